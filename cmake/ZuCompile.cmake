@@ -1,0 +1,28 @@
+# Compile settings shared by every target of the project: zu_compile_settings(TARGET).
+
+add_library(zu_settings INTERFACE)
+target_include_directories(zu_settings INTERFACE "${CMAKE_SOURCE_DIR}")
+target_compile_options(zu_settings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(WIN32)
+    # Windows 7 is the oldest system that the DLLs are meant for.
+    target_compile_definitions(zu_settings INTERFACE
+        UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 WINVER=0x0601
+        ZU_VERSION="${PROJECT_VERSION}")
+else()
+    target_compile_options(zu_settings INTERFACE -fPIC)
+    target_compile_definitions(zu_settings INTERFACE _FILE_OFFSET_BITS=64 ZU_VERSION="${PROJECT_VERSION}")
+endif()
+if(ZU_SANITIZE)
+    target_compile_options(zu_settings INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(zu_settings INTERFACE -fsanitize=address,undefined)
+    target_compile_definitions(zu_settings INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+
+# zu_library(NAME SOURCES... [LINK libs...]): a static library with the project's settings.
+function(zu_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES} ${arg_UNPARSED_ARGUMENTS})
+    target_link_libraries(${name} PUBLIC zu_settings ${arg_LINK})
+endfunction()

@@ -1,0 +1,35 @@
+# zu_test(NAME label SOURCES... LINK libs...): a GoogleTest program registered with CTest as one suite.
+# Windows builds run it under Wine through the project's own launcher (tools/wine-run), which supplies the prefix.
+# Each suite writes its results as XML to <build>/test-results, from which `./zu test` counts.
+
+if(WIN32)
+    if(NOT TARGET gtest)
+        add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL)
+    endif()
+    set(ZU_GTEST gtest gmock)
+    set(ZU_TEST_LAUNCHER "${CMAKE_SOURCE_DIR}/tools/wine-run")
+else()
+    if(NOT TARGET gtest)
+        add_subdirectory(/usr/src/googletest "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL)
+    endif()
+    if(ZU_SANITIZE)
+        target_compile_options(gtest PRIVATE -fsanitize=address,undefined)
+        target_link_options(gtest PUBLIC -fsanitize=address,undefined)
+    endif()
+    set(ZU_GTEST gtest gmock)
+    set(ZU_TEST_LAUNCHER "")
+endif()
+
+function(zu_test name label)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE zu_settings ${arg_LINK} ${ZU_GTEST} gtest_main)
+    if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+        return()  # built and inspected, not run: Wine here is 64-bit only
+    endif()
+    add_test(NAME ${name}
+        COMMAND ${ZU_TEST_LAUNCHER} $<TARGET_FILE:${name}>
+                --gtest_output=xml:${CMAKE_BINARY_DIR}/test-results/${name}.xml
+        WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
+    set_tests_properties(${name} PROPERTIES LABELS "${label}" TIMEOUT 600)
+endfunction()

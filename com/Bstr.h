@@ -1,0 +1,71 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace zu::com {
+
+/// The characters of a BSTR; a null BSTR is the empty text.
+inline std::wstring_view View(BSTR text) noexcept {
+    return text ? std::wstring_view(text, SysStringLen(text)) : std::wstring_view();
+}
+
+/// UTF-16 of the portable code and of Windows are the same bytes.
+inline std::u16string_view AsUtf16(std::wstring_view text) noexcept {
+    return {reinterpret_cast<const char16_t*>(text.data()), text.size()};
+}
+inline std::wstring_view AsWide(std::u16string_view text) noexcept {
+    return {reinterpret_cast<const wchar_t*>(text.data()), text.size()};
+}
+
+/// A BSTR for the caller to own. Throws std::bad_alloc.
+[[nodiscard]] inline BSTR NewBstr(std::wstring_view text) {
+    BSTR result = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    if (!result) throw std::bad_alloc();
+    return result;
+}
+
+/// Owns a BSTR.
+class Bstr {
+  public:
+    Bstr() noexcept = default;
+    explicit Bstr(std::wstring_view text) : text_(NewBstr(text)) {}
+    Bstr(const Bstr& other) : text_(other.text_ ? NewBstr(other.view()) : nullptr) {}
+    Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
+    ~Bstr() { SysFreeString(text_); }
+    Bstr& operator=(Bstr other) noexcept {
+        std::swap(text_, other.text_);
+        return *this;
+    }
+
+    static Bstr Adopt(BSTR text) noexcept {
+        Bstr result;
+        result.text_ = text;
+        return result;
+    }
+
+    BSTR get() const noexcept { return text_; }
+    std::wstring_view view() const noexcept { return View(text_); }
+    std::wstring str() const { return std::wstring(view()); }
+    bool empty() const noexcept { return view().empty(); }
+
+    /// For [out] parameters: frees the old text.
+    BSTR* put() noexcept {
+        SysFreeString(std::exchange(text_, nullptr));
+        return &text_;
+    }
+    /// For [in, out] parameters: keeps the old text.
+    BSTR* address() noexcept { return &text_; }
+    [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
+
+  private:
+    BSTR text_ = nullptr;
+};
+
+}  // namespace zu::com

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/technologies/Value.h"
+
+namespace zu::technologies {
+
+struct FieldDescription {
+    std::string name;  ///< UTF-8
+    FieldType type = FieldType::Text;
+    int size = 0;          ///< defined width in characters (digits, point and sign for numbers)
+    int decimals = 0;      ///< decimal places, 0 for none
+    int displayWidth = 0;  ///< widest expected content in characters
+    bool rightAligned = false;
+    bool nullable = false;
+    bool readOnly = false;  ///< kept by the technology itself, or of an unknown type
+};
+
+/// One part of an index key, in key order.
+struct KeyPart {
+    std::string name;  ///< the field name where the part is one field, else the text of the expression
+    FieldType type = FieldType::Text;
+    bool descending = false;
+};
+
+struct IndexDescription {
+    std::string name;
+    std::string expression;
+    std::string filter;  ///< the FOR condition, empty for none
+    bool unique = false;
+    bool candidate = false;
+    bool descending = false;
+    std::vector<KeyPart> parts;
+    bool usable = true;  ///< false: the key cannot be computed here, or the index is damaged or stale
+    std::string reason;  ///< why it is not usable
+};
+
+/// What is asked of one key part when an index is searched.
+struct KeyCriterion {
+    Value value;
+    bool exact = true;  ///< false: a text matches as a prefix; other types must be equal all the same
+};
+
+/// What to select from a table.
+struct Selection {
+    std::u16string condition;           ///< blank: all records
+    std::optional<std::size_t> index;   ///< records come in this index's order; none: record order
+    std::uint32_t maxRecords = 0;       ///< 0: no limit
+    bool includeDeleted = false;
+};
+
+/// One open table of some technology. One-based record numbers. Failures are `zu::Error`s.
+///
+/// A table belongs to one thread.
+class Table {
+  public:
+    virtual ~Table() = default;
+
+    virtual const std::string& name() const noexcept = 0;
+    virtual const std::vector<FieldDescription>& fields() const noexcept = 0;
+    /// Records in the table now, deleted ones included.
+    virtual std::uint32_t RecordCount() = 0;
+    virtual bool isUpdateable() const noexcept = 0;
+
+    virtual bool IsDeleted(std::uint32_t record) = 0;
+    virtual void ReadValue(std::uint32_t record, std::size_t field, Value& out) = 0;
+
+    virtual const std::vector<IndexDescription>& indexes() = 0;
+    virtual std::optional<std::size_t> FindIndex(std::string_view name) = 0;
+    /// The tag that index building makes, else the first one that can be used.
+    virtual std::optional<std::size_t> DefaultIndex() = 0;
+
+    /// The records that meet the selection. A faulty condition is a `Syntax` error with its position.
+    virtual std::vector<std::uint32_t> Select(const Selection& selection) = 0;
+    /// The records whose key meets the criteria, which stand for the key parts in order, in index order.
+    virtual std::vector<std::uint32_t> Seek(std::size_t index, const std::vector<KeyCriterion>& criteria,
+                                            std::uint32_t maxRecords, bool includeDeleted) = 0;
+
+    /// What had to be tolerated when the table was opened (missing memo file, wrong count, ...), UTF-8.
+    virtual const std::vector<std::string>& warnings() const noexcept = 0;
+};
+
+}  // namespace zu::technologies
