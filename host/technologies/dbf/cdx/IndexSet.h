@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/expression/Program.h"
+#include "host/technologies/Table.h"
+#include "host/technologies/dbf/cdx/IndexContext.h"
+#include "portable/files/File.h"
+
+namespace zu::dbf::cdx {
+
+/// The tags of a production index as its table sees them.
+///
+/// A tag is used only when its expressions compile, its collation is plain byte order, its pages are sound
+/// where they are touched and a few records are found under the keys that they have now. Any other tag stays
+/// in the list with `usable == false` and the reason, so that a selection can fall back to reading all
+/// records.
+class IndexSet {
+public:
+    /// Takes the next record number; answers false to stop.
+    using Take = std::function<bool(std::uint32_t)>;
+
+    /// Never fails for what the file holds: a file that is no index has no tags and a warning.
+    /// Errors of the file itself (IoFailure) come through.
+    static std::unique_ptr<IndexSet> Open(std::unique_ptr<files::File> file, const IndexContext& context);
+    ~IndexSet();
+
+    /// All tags, in the order in which their headers lie in the file (the order of their making).
+    const std::vector<technologies::IndexDescription>& descriptions() const noexcept;
+    /// The tag of this name, without regard to case.
+    std::optional<std::size_t> Find(std::string_view name) const noexcept;
+    /// The usable tag named like the table (the name that our own index building gives), else the first
+    /// usable one in the order of `descriptions()`.
+    std::optional<std::size_t> Default() const noexcept;
+
+    /// Hands the record numbers to `take` in the order of the index. Records that have no key (UNIQUE, FOR)
+    /// do not come. Unsupported when the tag is not usable; Damaged when the walk meets a fault, after which
+    /// the tag is not usable any more.
+    void Walk(std::size_t index, const Take& take);
+
+    /// Hands the records whose key meets `criteria` to `take`, in the order of the index. The criteria stand
+    /// for the parts of the description in order. An empty text for the first part restricts nothing; a value
+    /// that cannot stand in the key at all (a text too long, characters that the code page lacks) matches no
+    /// record. TypeMismatch for values of a wrong kind, InvalidArgument for more criteria than parts; else as
+    /// `Walk`.
+    void Seek(std::size_t index, const std::vector<technologies::KeyCriterion>& criteria, const Take& take);
+
+    /// True when a usable tag narrows `condition`: `records` then holds all records that may meet it, in
+    /// ascending order (a superset of the matches, deleted ones included). False: read all records.
+    bool Candidates(const expression::Program& condition, std::vector<std::uint32_t>& records);
+
+    /// What had to be tolerated, UTF-8, one text for each tag that is not used.
+    std::vector<std::string> warnings() const;
+
+private:
+    class Implementation;
+    explicit IndexSet(std::unique_ptr<Implementation> implementation) noexcept;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+}  // namespace zu::dbf::cdx
