@@ -19,6 +19,9 @@ if(ZU_SANITIZE)
     target_link_options(zu_settings INTERFACE -fsanitize=address,undefined)
     target_compile_definitions(zu_settings INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
+if(ZU_FUZZ)
+    target_compile_options(zu_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # zu_library(NAME SOURCES... [LINK libs...]): a static library with the project's settings.
 function(zu_library name)
