@@ -32,14 +32,14 @@ enum class ErrorKind {
 /// `what()` is UTF-8 text for people: it names the file, field or position and what was expected.
 /// `position()` is the zero-based character position in a source text, for syntax errors.
 class Error : public std::runtime_error {
-  public:
+public:
     Error(ErrorKind kind, const std::string& message, std::optional<std::size_t> position = std::nullopt)
         : std::runtime_error(message), kind_(kind), position_(position) {}
 
     ErrorKind kind() const noexcept { return kind_; }
     std::optional<std::size_t> position() const noexcept { return position_; }
 
-  private:
+private:
     ErrorKind kind_;
     std::optional<std::size_t> position_;
 };

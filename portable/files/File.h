@@ -22,7 +22,7 @@ struct OpenOptions {
 
 /// A read-only view of a whole file in memory. Destroying it unmaps the file.
 class Mapping {
-  public:
+public:
     virtual ~Mapping() = default;
     virtual std::span<const std::byte> bytes() const noexcept = 0;
 };
@@ -31,7 +31,7 @@ enum class LockMode { Shared, Exclusive };
 
 /// One open file. All offsets and sizes are bytes. Failures are `zu::Error`s that name the file.
 class File {
-  public:
+public:
     virtual ~File() = default;
 
     virtual const std::string& path() const noexcept = 0;
@@ -56,7 +56,7 @@ class File {
 
 /// The one door to the file system. Paths are UTF-8 in the form of the platform.
 class FileSystem {
-  public:
+public:
     virtual ~FileSystem() = default;
 
     virtual std::unique_ptr<File> Open(const std::string& path, const OpenOptions& options) = 0;

@@ -14,7 +14,7 @@ namespace zu::text {
 /// Single-byte sets are tables of this project, so every platform gives the same characters. The
 /// double-byte sets (932, 936, 949, 950) go through the platform (`MultiByteToWideChar`, iconv).
 class CodePage {
-  public:
+public:
     virtual ~CodePage() = default;
 
     /// The set by its number (437, 850, 1252, 65001, ...); null when it is not known.
