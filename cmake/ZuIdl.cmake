@@ -1,0 +1,37 @@
+# Type libraries: compiling idl/ with widl, and putting type libraries into DLLs.
+
+find_program(ZU_WIDL widl REQUIRED DOC "Interface compiler (Debian: wine64-tools)")
+find_path(ZU_WIDL_IDL_DIR oaidl.idl PATHS /usr/include/wine/wine/windows /usr/include/wine/windows
+    NO_CMAKE_FIND_ROOT_PATH REQUIRED DOC "Folder of the system's own IDL files (Debian: libwine-dev)")
+find_path(ZU_WIDL_TLB_DIR stdole2.tlb
+    PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows /usr/lib/wine/x86_64-windows
+    NO_CMAKE_FIND_ROOT_PATH REQUIRED DOC "Folder of the system's own type libraries (Debian: libwine)")
+
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(ZU_WIDL_FLAGS --win64)
+else()
+    set(ZU_WIDL_FLAGS --win32)
+endif()
+set(ZU_IDL_HEADER_ROOT "${CMAKE_BINARY_DIR}/generated")
+set(ZU_TYPELIB_DIR "${CMAKE_BINARY_DIR}/typelib")
+list(APPEND ZU_WIDL_FLAGS -I "${ZU_WIDL_IDL_DIR}" -I "${CMAKE_SOURCE_DIR}/idl"
+    -L "${ZU_WIDL_TLB_DIR}" -L "${ZU_TYPELIB_DIR}")
+
+# zu_embed_typelib(TARGET LIBRARY...): the type libraries become the resources 1, 2, ... of the DLL.
+function(zu_embed_typelib target)
+    set(script "")
+    set(files "")
+    set(number 1)
+    foreach(library IN LISTS ARGN)
+        set(file "${ZU_TYPELIB_DIR}/${library}.tlb")
+        string(APPEND script "${number} TYPELIB \"${file}\"\n")
+        list(APPEND files "${file}")
+        math(EXPR number "${number} + 1")
+    endforeach()
+    set(resource "${CMAKE_CURRENT_BINARY_DIR}/${target}-typelib.rc")
+    file(GENERATE OUTPUT "${resource}" CONTENT "${script}")
+    set_source_files_properties("${resource}" PROPERTIES OBJECT_DEPENDS "${files}" GENERATED TRUE)
+    target_sources(${target} PRIVATE "${resource}")
+    target_link_libraries(${target} PRIVATE zu_idl)
+    add_dependencies(${target} zu_idl_files)
+endfunction()
