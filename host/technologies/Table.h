@@ -82,6 +82,10 @@ class Table {
     virtual std::vector<std::uint32_t> Seek(std::size_t index, const std::vector<KeyCriterion>& criteria,
                                             std::uint32_t maxRecords, bool includeDeleted) = 0;
 
+    /// The files are as they were when the table was opened, so that what it holds in memory still counts and the
+    /// open table may serve a further request. A technology that cannot tell answers false.
+    virtual bool IsCurrent() { return false; }
+
     /// What had to be tolerated when the table was opened (missing memo file, wrong count, ...), UTF-8.
     virtual const std::vector<std::string>& warnings() const noexcept = 0;
 };
