@@ -3,14 +3,16 @@
 add_library(zu_settings INTERFACE)
 target_include_directories(zu_settings INTERFACE "${CMAKE_SOURCE_DIR}")
 target_compile_options(zu_settings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Werror)
 if(WIN32)
+    # No -Wnon-virtual-dtor here: COM interfaces must not have a virtual destructor. The native builds of the
+    # portable parts ask for it.
     # Windows 7 is the oldest system that the DLLs are meant for.
     target_compile_definitions(zu_settings INTERFACE
         UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 WINVER=0x0601
         ZU_VERSION="${PROJECT_VERSION}")
 else()
-    target_compile_options(zu_settings INTERFACE -fPIC)
+    target_compile_options(zu_settings INTERFACE -fPIC -Wnon-virtual-dtor)
     target_compile_definitions(zu_settings INTERFACE _FILE_OFFSET_BITS=64 ZU_VERSION="${PROJECT_VERSION}")
 endif()
 if(ZU_SANITIZE)
