@@ -1,0 +1,262 @@
+#include "host/technologies/dbf/transaction/Journal.h"
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <utility>
+
+#include "portable/error/Error.h"
+
+namespace zu::dbf::transaction {
+namespace {
+
+constexpr std::size_t kHeaderSize = 24;
+constexpr std::uint64_t kMark = 0x00314C4E524A555AULL;  // "ZUJRNL1\0" read as a little-endian number
+constexpr std::uint64_t kGateOffset = 0x7FFFFFFFFFFF0000ULL;
+// A journal of a large change is cut back afterwards; a small one keeps its room for the next change.
+constexpr std::uint64_t kKeepSize = 1U << 20;
+
+template <class T>
+void Put(std::vector<std::byte>& out, T value) {
+    for (std::size_t i = 0; i < sizeof(T); ++i)
+        out.push_back(static_cast<std::byte>(value >> (8 * i)));
+}
+
+void PutAt(std::byte* out, std::uint64_t value) {
+    for (std::size_t i = 0; i < 8; ++i)
+        out[i] = static_cast<std::byte>(value >> (8 * i));
+}
+
+std::uint64_t GetAt(const std::byte* in) {
+    std::uint64_t value = 0;
+    for (std::size_t i = 8; i-- > 0;)
+        value = (value << 8) | std::to_integer<std::uint64_t>(in[i]);
+    return value;
+}
+
+// A multiplicative hash over eight bytes at a time: it must notice a write that stopped half-way, nothing
+// more, and costs a fraction of a byte-wise code. The multiplier is the 64-bit golden ratio made odd.
+std::uint64_t Checksum(std::span<const std::byte> bytes) {
+    constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;
+    std::uint64_t hash = kMultiplier ^ bytes.size();
+    const auto mix = [&hash](std::uint64_t word) {
+        hash = (hash ^ word) * kMultiplier;
+        hash ^= hash >> 29;
+    };
+    std::size_t at = 0;
+    for (; at + 8 <= bytes.size(); at += 8) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes.data() + at, 8);
+        mix(word);
+    }
+    std::uint64_t rest = 0;
+    if (at < bytes.size()) std::memcpy(&rest, bytes.data() + at, bytes.size() - at);
+    mix(rest);
+    return hash;
+}
+
+// Reads the fields of a body and never past its end.
+class BodyReader {
+public:
+    BodyReader(std::span<const std::byte> body, const std::string& path) : body_(body), path_(path) {}
+
+    bool atEnd() const noexcept { return at_ == body_.size(); }
+    std::uint64_t Number(std::size_t size) {
+        const auto bytes = Bytes(size);
+        std::uint64_t value = 0;
+        for (std::size_t i = size; i-- > 0;)
+            value = (value << 8) | std::to_integer<std::uint64_t>(bytes[i]);
+        return value;
+    }
+    std::span<const std::byte> Bytes(std::uint64_t size) {
+        if (size > body_.size() - at_)
+            throw Error(ErrorKind::Damaged, "The journal " + path_ + " contradicts itself.");
+        const auto result = body_.subspan(at_, static_cast<std::size_t>(size));
+        at_ += static_cast<std::size_t>(size);
+        return result;
+    }
+
+private:
+    std::span<const std::byte> body_;
+    const std::string& path_;
+    std::size_t at_ = 0;
+};
+
+void ReadFully(const files::File& file, std::uint64_t offset, std::span<std::byte> buffer) {
+    if (file.ReadAt(offset, buffer) != buffer.size())
+        throw Error(ErrorKind::IoFailure,
+                    "The file " + file.path() + " is shorter than it was a moment ago.");
+}
+
+}  // namespace
+
+Journal::Journal(files::FileSystem& system, std::string path, Durability durability)
+    : system_(system), path_(std::move(path)), durability_(durability) {
+    if (!system_.Exists(path_)) {
+        try {
+            file_ = system_.Open(path_, {files::Access::ReadWrite, files::Creation::CreateNew, false});
+            return;
+        } catch (const Error& error) {
+            // Another process was faster; its journal is ours too.
+            if (error.kind() != ErrorKind::AlreadyExists) throw;
+        }
+    }
+    file_ = system_.Open(path_, {files::Access::ReadWrite, files::Creation::OpenExisting, false});
+}
+
+Journal::~Journal() {
+    Leave();
+}
+
+bool Journal::TryEnter() {
+    if (inside_) throw Error(ErrorKind::Internal, "a change of this table is under way already");
+    inside_ = file_->TryLock(kGateOffset, 1, files::LockMode::Exclusive);
+    return inside_;
+}
+
+void Journal::Leave() noexcept {
+    if (!std::exchange(inside_, false)) return;
+    try {
+        file_->Unlock(kGateOffset, 1);
+    } catch (...) {
+        // The lock goes with the handle at the latest; there is nobody to tell here.
+        static_cast<void>(std::current_exception());
+    }
+}
+
+bool Journal::IsHot() const {
+    std::byte mark[8]{};
+    return file_->ReadAt(0, mark) == sizeof mark && GetAt(mark) == kMark;
+}
+
+bool Journal::Recover(const PartFiles& parts) {
+    if (!IsHot()) return false;
+    const std::uint64_t size = file_->Size();
+    std::byte header[kHeaderSize]{};
+    if (size < kHeaderSize || file_->ReadAt(0, header) != kHeaderSize) {
+        Empty();
+        return false;
+    }
+    const std::uint64_t length = GetAt(header + 8);
+    if (length > size - kHeaderSize) {
+        Empty();
+        return false;
+    }
+    std::vector<std::byte> body(static_cast<std::size_t>(length));
+    ReadFully(*file_, kHeaderSize, body);
+    if (Checksum(body) != GetAt(header + 16)) {
+        Empty();
+        return false;
+    }
+    Undo(body, parts, path_);
+    if (durability_ == Durability::PowerCut)
+        for (files::File* file : parts.files)
+            if (file) file->Flush();
+    Empty();
+    return true;
+}
+
+void Journal::Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path) {
+    // Everything is read once before anything is written: a journal that contradicts itself changes nothing.
+    for (const bool write : {false, true}) {
+        BodyReader reader(body, path);
+        while (!reader.atEnd()) {
+            const auto number = reader.Number(1);
+            if (number >= kPartCount)
+                throw Error(ErrorKind::Damaged, "The journal " + path + " contradicts itself.");
+            files::File* file = parts[static_cast<Part>(number)];
+            if (!file)
+                throw Error(
+                    ErrorKind::NotFound,
+                    "The journal " + path + " must undo a change of a file that is not there any more.");
+            const auto oldSize = reader.Number(8);
+            const auto count = reader.Number(4);
+            for (std::uint64_t i = 0; i < count; ++i) {
+                const auto offset = reader.Number(8);
+                const auto bytes = reader.Bytes(reader.Number(4));
+                if (write) file->WriteAt(offset, bytes);
+            }
+            if (write && file->Size() > oldSize) file->Truncate(oldSize);
+        }
+    }
+}
+
+void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
+    buffer_.assign(kHeaderSize, std::byte{0});
+    for (const Part part : kWriteOrder) {
+        const auto& ranges = changes.ranges(part);
+        if (ranges.empty()) continue;
+        files::File* file = parts[part];
+        if (!file) throw Error(ErrorKind::Internal, "a change writes to a file that the table does not have");
+        const std::uint64_t size = file->Size();
+        buffer_.push_back(static_cast<std::byte>(part));
+        Put<std::uint64_t>(buffer_, size);
+        const std::size_t countAt = buffer_.size();
+        Put<std::uint32_t>(buffer_, 0);
+        std::uint32_t count = 0;
+        for (const auto& range : ranges) {
+            if (range.offset >= size) continue;  // behind the old end: undone by cutting the file
+            const auto length =
+                static_cast<std::uint32_t>(std::min<std::uint64_t>(range.length, size - range.offset));
+            Put<std::uint64_t>(buffer_, range.offset);
+            Put<std::uint32_t>(buffer_, length);
+            const std::size_t at = buffer_.size();
+            buffer_.resize(at + length);
+            ReadFully(*file, range.offset, std::span(buffer_).subspan(at, length));
+            ++count;
+        }
+        for (std::size_t i = 0; i < 4; ++i)
+            buffer_[countAt + i] = static_cast<std::byte>(count >> (8 * i));
+    }
+    const auto body = std::span(buffer_).subspan(kHeaderSize);
+    PutAt(buffer_.data(), kMark);
+    PutAt(buffer_.data() + 8, body.size());
+    PutAt(buffer_.data() + 16, Checksum(body));
+}
+
+void Journal::Apply(const ChangeSet& changes, const PartFiles& parts) {
+    for (const Part part : kWriteOrder)
+        for (const auto& range : changes.ranges(part))
+            parts[part]->WriteAt(range.offset, changes.data(range));
+}
+
+void Journal::Commit(const ChangeSet& changes, const PartFiles& parts) {
+    if (!inside_)
+        throw Error(ErrorKind::Internal, "a change is written by somebody who does not hold the gate");
+    if (changes.empty()) return;
+    Note(changes, parts);
+    try {
+        file_->WriteAt(0, buffer_);
+        if (durability_ == Durability::PowerCut) file_->Flush();
+    } catch (...) {
+        // Nothing was overwritten yet. A journal that cannot be emptied undoes nothing later: it holds what
+        // the files hold.
+        try {
+            Empty();
+        } catch (const Error&) {
+            static_cast<void>(std::current_exception());
+        }
+        throw;
+    }
+    try {
+        Apply(changes, parts);
+        if (durability_ == Durability::PowerCut)
+            for (const Part part : kWriteOrder)
+                if (!changes.ranges(part).empty()) parts[part]->Flush();
+        Empty();
+    } catch (...) {
+        // If putting back fails too, the journal stays and the next one to open the table does it.
+        Undo(std::span(buffer_).subspan(kHeaderSize), parts, path_);
+        Empty();
+        throw;
+    }
+}
+
+void Journal::Empty() {
+    static constexpr std::byte kZeros[8]{};
+    file_->WriteAt(0, kZeros);
+    if (durability_ == Durability::PowerCut) file_->Flush();
+    if (file_->Size() > kKeepSize) file_->Truncate(0);
+}
+
+}  // namespace zu::dbf::transaction

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "host/technologies/dbf/transaction/ChangeSet.h"
+#include "host/technologies/dbf/transaction/TableParts.h"
+#include "portable/files/File.h"
+
+namespace zu::dbf::transaction {
+
+/// Whether a change that was confirmed must survive the end of the process only, or a power cut as well.
+enum class Durability { Process, PowerCut };
+
+/// The rollback journal beside a table (NAME.zuj): before bytes of the table's files are overwritten, their
+/// old content and the files' old sizes are noted here, so that a change that did not come to its end can be
+/// undone by whoever opens the table next.
+///
+/// The file, all numbers little-endian:
+///     0   8  mark "ZUJRNL1" and NUL; anything else (zeros): nothing to undo
+///     8   8  length of the body
+///    16   8  checksum of the body
+///    24      body: for each part of the table that is changed
+///              1  part (0 table, 1 memo, 2 index)
+///              8  size of the file before the change
+///              4  number of ranges, then for each range
+///                   8  offset
+///                   4  length
+///                      the old bytes
+/// A body that does not fit its checksum was never finished; nothing was overwritten then.
+///
+/// One byte far behind the end of the journal is locked while a change is under way: the gate. Every writer
+/// passes it first, so that there is one change at a time and nobody builds on a change that must be undone.
+class Journal {
+public:
+    /// Opens or creates the journal of a table. `files` must outlive it.
+    Journal(files::FileSystem& system, std::string path, Durability durability);
+    ~Journal();
+    Journal(const Journal&) = delete;
+    Journal& operator=(const Journal&) = delete;
+
+    /// Takes the gate without waiting; false when another process is changing the table.
+    bool TryEnter();
+    void Leave() noexcept;
+
+    /// There is a change to undo. Only the holder of the gate can rely on the answer.
+    bool IsHot() const;
+    /// Undoes the change that the journal holds, if any, and empties it. The caller holds the gate.
+    /// True when something was undone.
+    bool Recover(const PartFiles& parts);
+
+    /// Makes all writes of `changes`, or none of them: on a failure the old bytes are put back and the error
+    /// is thrown on. The caller holds the gate.
+    void Commit(const ChangeSet& changes, const PartFiles& parts);
+
+    const std::string& path() const noexcept { return path_; }
+
+private:
+    void Note(const ChangeSet& changes, const PartFiles& parts);
+    static void Apply(const ChangeSet& changes, const PartFiles& parts);
+    static void Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path);
+    void Empty();
+
+    files::FileSystem& system_;
+    std::string path_;
+    Durability durability_;
+    std::unique_ptr<files::File> file_;
+    std::vector<std::byte> buffer_;  // header and body of the change under way; kept for its memory
+    bool inside_ = false;
+};
+
+}  // namespace zu::dbf::transaction
