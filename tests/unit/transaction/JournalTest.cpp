@@ -121,8 +121,12 @@ TEST_P(JournalTest, AfterACrashAtAnyWriteTheNextProcessFindsAllOrNothing) {
             EXPECT_FALSE(next.journal.IsHot());
             // A change that was complete when the process died may stand, though nobody heard of it.
             EXPECT_TRUE(State() == before || State() == after) << "crash at step " << step << ": " << State();
-            if (finished) EXPECT_EQ(State(), after);
-            if (step <= 5) EXPECT_EQ(State(), before) << "crash at step " << step;
+            if (finished) {
+                EXPECT_EQ(State(), after);
+            }
+            if (step <= 5) {
+                EXPECT_EQ(State(), before) << "crash at step " << step;
+            }
         }
         EXPECT_GT(finished, 6U);
     }
