@@ -1,0 +1,60 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <utility>
+
+#include "com/ComPtr.h"
+#include "com/Variant.h"
+
+namespace zu::component {
+
+/// Runs `body` and swallows what it throws: the public functions and the members of an open table never
+/// raise, they answer the result that they had reached. The thread's error information is left clean, since
+/// nobody is meant to ask for it.
+template <class Body>
+void Trap(Body&& body) noexcept {
+    try {
+        std::forward<Body>(body)();
+    } catch (...) {
+        SetErrorInfo(0, nullptr);
+    }
+}
+
+/// The boundary of a function with a plain result: `*result` is `failure` until `body` has answered.
+template <class T, class Body>
+HRESULT Trapped(T* result, T failure, Body&& body) noexcept {
+    if (!result) return E_POINTER;
+    *result = failure;
+    Trap([&] { *result = std::forward<Body>(body)(); });
+    return S_OK;
+}
+
+/// The same with an object as the result, `body` answering a ComPtr; failure is no object.
+template <class T, class Body>
+HRESULT Trapped(T** result, Body&& body) noexcept {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    Trap([&] { *result = std::forward<Body>(body)().detach(); });
+    return S_OK;
+}
+
+/// The same with a VARIANT as the result, `body` answering a com::Variant; failure is Empty.
+template <class Body>
+HRESULT Trapped(VARIANT* result, Body&& body) noexcept {
+    if (!result) return E_POINTER;
+    VariantInit(result);
+    Trap([&] { *result = std::forward<Body>(body)().detach(); });
+    return S_OK;
+}
+
+/// The same with a Boolean as the result; failure is False.
+template <class Body>
+HRESULT Trapped(VARIANT_BOOL* result, Body&& body) noexcept {
+    return Trapped(result, VARIANT_BOOL{VARIANT_FALSE},
+                   [&] { return com::ToVariantBool(std::forward<Body>(body)()); });
+}
+
+}  // namespace zu::component

@@ -1,0 +1,41 @@
+#include "component/engine/EngineLink.h"
+#include "component/engine/Trapped.h"
+#include "component/functions/Functions.h"
+#include "component/table/TableReference.h"
+
+namespace zu::component {
+
+using com::Check;
+using com::ComPtr;
+using com::Required;
+using com::Variant;
+
+namespace {
+
+/// A record variable holds one record.
+constexpr LONG kOneRecord = 1;
+
+}  // namespace
+
+STDMETHODIMP Functions::DbfVarDeclare(VARIANT TableDefn, ZuDataView** Result) {
+    return Trapped(Result, [&]() -> ComPtr<ZuDataView> {
+        TableReference table;
+        if (!table.Open(TableDefn)) return nullptr;
+        const ComPtr<IDispatch> layout = table.Layout();
+        if (!layout) return nullptr;
+        const ComPtr<ZuRecordVariable> variable = Engine().data().NewRecordVariable();
+        VARIANT_BOOL initialised = VARIANT_FALSE;
+        Check(variable->Initialise(layout.get(), kOneRecord, &initialised));
+        return initialised ? variable.as<ZuDataView>() : ComPtr<ZuDataView>();
+    });
+}
+
+STDMETHODIMP Functions::DbfVarReset(ZuDataView** View, VARIANT* Result) {
+    return Trapped(Result, [&] {
+        const ComPtr<ZuDataView> view(Required(View ? *View : nullptr));
+        Check(view.as<ZuRecordVariable>()->Reset());
+        return Variant();
+    });
+}
+
+}  // namespace zu::component

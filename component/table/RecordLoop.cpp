@@ -1,0 +1,35 @@
+#include "component/table/RecordLoop.h"
+
+#include <utility>
+
+namespace zu::component {
+
+using com::Variant;
+
+RecordLoop::RecordLoop(const EngineContext& context, DataView view, BSTR routineName)
+    : context_(context),
+      view_(std::move(view)),
+      viewItem_(context.HandleOf(ContextItem::kDataView)),
+      numberItem_(context.HandleOf(ContextItem::kRecordNumber)),
+      routineName_(com::View(routineName)),
+      routine_(context.Routine(routineName_.get())) {}
+
+void RecordLoop::Run(RoutineArguments& arguments) {
+    const Variant savedView = context_.Save(viewItem_);
+    const Variant savedNumber = context_.Save(numberItem_);
+    context_.Set(viewItem_, Variant(static_cast<IDispatch*>(view_.get())));
+    view_.MoveFirst();
+    while (!view_.Eof() && ProcessRecord(arguments))
+        view_.MoveNext();
+    context_.Set(viewItem_, savedView);
+    context_.Set(numberItem_, savedNumber);
+}
+
+bool RecordLoop::ProcessRecord(RoutineArguments& arguments) {
+    context_.Set(numberItem_, Variant(LONG{processed_ + 1}));
+    if (!context_.CallRoutine(routine_.get(), routineName_.get(), arguments.array())) return false;
+    ++processed_;
+    return true;
+}
+
+}  // namespace zu::component

@@ -1,0 +1,50 @@
+#include "component/table/ZuDbRef.h"
+
+#include "component/engine/Trapped.h"
+#include "component/table/OptionalArgument.h"
+#include "component/table/ProcessTable.h"
+
+namespace zu::component {
+
+using com::Variant;
+
+STDMETHODIMP ZuDbRef::OpenIndex(BSTR* Indexname, VARIANT_BOOL* Result) {
+    return Trapped(
+        Result, [&] { return Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex(); });
+}
+
+STDMETHODIMP ZuDbRef::CloseTable() {
+    reference_.CloseTable();
+    return S_OK;
+}
+
+STDMETHODIMP ZuDbRef::Filter(VARIANT Condition, LONG MaxRecords, VARIANT* FieldNames, ZuDataView** Result) {
+    return Trapped(Result, [&] {
+        return reference_.FilterFlagged(Condition, {MaxRecords, 0, Given(FieldNames)});
+    });
+}
+
+STDMETHODIMP ZuDbRef::Process(BSTR RoutineName, BSTR Condition, VARIANT FieldNames, LONG MaxRecords,
+                              VARIANT* Argument0, VARIANT* Argument1, VARIANT* Argument2, VARIANT* Argument3,
+                              VARIANT* Argument4, VARIANT* Argument5, VARIANT* Argument6, VARIANT* Argument7,
+                              VARIANT* Argument8, VARIANT* Argument9, LONG* Result) {
+    if (!Result) return E_POINTER;
+    *Result = 0;
+    Trap([&] {
+        const ArgumentList arguments = {Argument0, Argument1, Argument2, Argument3, Argument4,
+                                        Argument5, Argument6, Argument7, Argument8, Argument9};
+        ProcessTable(reference_, RoutineName, GivenText(Condition), {MaxRecords, 0, Given(&FieldNames)},
+                     arguments, *Result);
+    });
+    return S_OK;
+}
+
+STDMETHODIMP ZuDbRef::Lookup(VARIANT* IndexKeyValue, VARIANT Exact, LONG MaxRecords, VARIANT* FieldNames,
+                             ZuDataView** Result) {
+    return Trapped(Result, [&] {
+        return reference_.LookupFlagged(Given(IndexKeyValue), GivenOr(&Exact, Variant(true)),
+                                        {MaxRecords, 0, Given(FieldNames)});
+    });
+}
+
+}  // namespace zu::component

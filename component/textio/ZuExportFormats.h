@@ -1,0 +1,18 @@
+#pragma once
+
+#include "com/Object.h"
+#include "component/engine/NotBuilt.h"
+#include "idl/ZuDBFFunctions.h"
+
+namespace zu::component {
+
+/// The export formats of a control, in the order in which they were added.
+class ZuExportFormats final : public com::DualObject<ZuExportFormats, _ZuExportFormats> {
+public:
+    STDMETHODIMP get_Count(LONG* Result) override { return NotBuilt(Result); }
+    STDMETHODIMP get_Item(VARIANT, _ZuExportFormat** Result) override { return NotBuilt(Result); }
+    STDMETHODIMP get_NewEnum(IUnknown** Result) override { return NotBuilt(Result); }
+    STDMETHODIMP AddFormat(BSTR*, LONG*, VARIANT_BOOL* Result) override { return NotBuilt(Result); }
+};
+
+}  // namespace zu::component

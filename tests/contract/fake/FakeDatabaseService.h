@@ -1,0 +1,16 @@
+#pragma once
+
+#include "tests/contract/fake/FakeObject.h"
+#include "tests/contract/fake/uncalled/UncalledDatabaseService.h"
+
+namespace zu::fake {
+
+class FakeDatabaseService final : public FakeObject<UncalledDatabaseService> {
+public:
+    FakeDatabaseService() : FakeObject("service") {}
+
+    STDMETHODIMP OpenTable(BSTR* database, BSTR* table, IDispatch** result) override;
+    STDMETHODIMP Descend(VARIANT value, BSTR technology, VARIANT* result) override;
+};
+
+}  // namespace zu::fake

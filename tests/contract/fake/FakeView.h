@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+
+#include "tests/contract/fake/FakeObject.h"
+#include "tests/contract/fake/uncalled/UncalledDataField.h"
+#include "tests/contract/fake/uncalled/UncalledDataFields.h"
+#include "tests/contract/fake/uncalled/UncalledDataView.h"
+
+namespace zu::fake {
+
+/// One field of the scenario's list.
+class FakeField final : public FakeObject<UncalledDataField> {
+public:
+    explicit FakeField(FieldContent content) : FakeObject("field"), content_(std::move(content)) {}
+
+    STDMETHODIMP get_Name(BSTR* result) override;
+    STDMETHODIMP get_Value(VARIANT* result) override;
+    STDMETHODIMP get_Type(LONG* result) override;
+
+private:
+    FieldContent content_;
+};
+
+class FakeFields final : public FakeObject<UncalledDataFields> {
+public:
+    FakeFields() : FakeObject("fields") {}
+
+    STDMETHODIMP get_Item(VARIANT index, ZuDataField** result) override;
+    STDMETHODIMP get_Count(LONG* result) override;
+};
+
+/// A view with a number of records and a position in them.
+class FakeView final : public FakeObject<UncalledDataView> {
+public:
+    explicit FakeView(LONG records) : FakeObject("view"), records_(records), position_(Scene().position) {}
+
+    STDMETHODIMP get_Fields(ZuDataFields** result) override;
+    STDMETHODIMP get_RecordCount(LONG reserved, LONG* result) override;
+    STDMETHODIMP MoveFirst(LONG reserved) override;
+    STDMETHODIMP MoveNext(LONG count) override;
+    STDMETHODIMP get_Eof(LONG reserved, VARIANT_BOOL* result) override;
+    STDMETHODIMP get_AbsolutePosition(LONG reserved, LONG* result) override;
+
+private:
+    LONG records_;
+    LONG position_;
+};
+
+}  // namespace zu::fake
