@@ -1,0 +1,149 @@
+#include "runner/CommandLine.h"
+
+#include <cwctype>
+#include <string_view>
+
+#include "com/Bstr.h"
+#include "portable/error/Error.h"
+#include "portable/text/Utf.h"
+
+namespace zu::runner {
+namespace {
+
+[[noreturn]] void Refuse(std::wstring_view text) {
+    throw Error(ErrorKind::InvalidArgument, text::ToUtf8(com::AsUtf16(text)));
+}
+
+Language StatedLanguage(std::wstring_view name) {
+    const std::optional<Language> language = LanguageByName(name);
+    if (!language) {
+        Refuse(L"unknown language \"" + std::wstring(name) + L"\": vbscript and jscript are known");
+    }
+    return *language;
+}
+
+std::wstring Lowered(std::wstring_view word) {
+    std::wstring result(word);
+    for (wchar_t& character : result)
+        character = static_cast<wchar_t>(std::towlower(character));
+    return result;
+}
+
+// An option of cscript: "//" and a known name. Anything else that begins with "//" may be a path or a value.
+bool IsHostOption(const std::wstring& lowered) {
+    for (const std::wstring_view plain :
+         {L"//nologo", L"//logo", L"//b", L"//i", L"//d", L"//x", L"//s", L"//u"}) {
+        if (lowered == plain) return true;
+    }
+    for (const std::wstring_view start : {L"//e:", L"//h:", L"//t:", L"//job:"}) {
+        if (lowered.starts_with(start)) return true;
+    }
+    return false;
+}
+
+class Parser {
+public:
+    explicit Parser(const std::vector<std::wstring>& words) {
+        words_.reserve(words.size());
+        for (const std::wstring& word : words) {
+            const std::wstring lowered = Lowered(word);
+            if (!IsHostOption(lowered)) {
+                words_.push_back(word);
+            } else if (lowered.starts_with(L"//e:")) {
+                result_.language = StatedLanguage(std::wstring_view(word).substr(4));
+            }
+        }
+    }
+
+    CommandLine Parse() {
+        while (next_ < words_.size() && IsOption(words_[next_])) {
+            const std::wstring word = words_[next_++];
+            if (word == L"--") break;
+            TakeOption(word);
+        }
+        if (result_.action != CommandLine::Action::Run) return result_;
+        if (!result_.code) {
+            if (next_ == words_.size()) Refuse(L"no script is named");
+            result_.script = words_[next_++];
+            if (result_.script.empty()) Refuse(L"the name of the script is empty");
+        }
+        result_.arguments.assign(words_.begin() + static_cast<std::ptrdiff_t>(next_), words_.end());
+        return result_;
+    }
+
+private:
+    static bool IsOption(const std::wstring& word) {
+        return (word.size() > 1 && word[0] == L'-') || word == L"/?" || word == L"//?";
+    }
+
+    void TakeOption(const std::wstring& word) {
+        const std::size_t equals = word.starts_with(L"--") ? word.find(L'=') : std::wstring::npos;
+        const std::wstring name = word.substr(0, equals);
+        attached_.reset();
+        if (equals != std::wstring::npos) attached_ = word.substr(equals + 1);
+
+        if (name == L"-e") {
+            if (result_.code) Refuse(L"-e is given twice");
+            result_.code = ValueOf(name, L"the code to run");
+        } else if (name == L"--language") {
+            result_.language = StatedLanguage(ValueOf(name, L"vbscript or jscript"));
+        } else if (name == L"--data") {
+            result_.dataFolder = ValueOf(name, L"a folder");
+            if (result_.dataFolder->empty()) Refuse(L"--data needs a folder");
+        } else if (attached_) {
+            Refuse(L"unknown option " + name);
+        } else if (name == L"--trace") {
+            result_.trace = true;
+        } else if (name == L"--version") {
+            result_.action = CommandLine::Action::Version;
+        } else if (name == L"--help" || name == L"-h" || name == L"-?" || name == L"/?" || name == L"//?") {
+            result_.action = CommandLine::Action::Help;
+        } else {
+            Refuse(L"unknown option " + name);
+        }
+    }
+
+    std::wstring ValueOf(const std::wstring& name, std::wstring_view what) {
+        if (attached_) return *attached_;
+        if (next_ == words_.size()) Refuse(name + L" needs " + std::wstring(what));
+        return words_[next_++];
+    }
+
+    std::vector<std::wstring> words_;
+    std::size_t next_ = 0;
+    std::optional<std::wstring> attached_;  // the value in --name=value
+    CommandLine result_;
+};
+
+}  // namespace
+
+CommandLine CommandLine::Parse(const std::vector<std::wstring>& words) {
+    return Parser(words).Parse();
+}
+
+std::wstring HelpText() {
+    return LR"(zurun runs VBScript and JScript files with the table functions at hand.
+
+  zurun [options] SCRIPT [arguments]     SCRIPT is a .vbs or .js file, or - for standard input
+  zurun [options] -e CODE [arguments]    runs CODE
+
+Options
+  --data DIR         folder in which databases without a full path are looked for
+  --language NAME    vbscript or jscript, when no file extension says it
+  --trace            shows the engine's log on standard error
+  --version          shows the version
+  --help             shows this text
+
+In the script
+  DbfOpen, DbfSelect, DbfLookup, DbfCount ...   all table functions, without a prefix
+  Echo value, ...    writes a line          Args(i), Args.Count   the arguments
+  Quit code          ends the script        Engine, Functions     the objects behind the functions
+  WScript            as cscript offers it, so that existing scripts run unchanged
+
+Exit codes
+  0 done, 1 script error, 64 wrong usage, 66 script file not readable, 70 no script engine, 130 Ctrl+C,
+  or the code given to Quit. ZURUN_EOL=lf in the environment ends output lines with LF alone.
+)";
+}
+
+}  // namespace zu::runner

@@ -1,0 +1,19 @@
+#include "runner/Console.h"
+
+#include <string>
+
+namespace zu::runner {
+namespace {
+
+std::wstring LineEnd() {
+    wchar_t value[8] = {};
+    const DWORD length = GetEnvironmentVariableW(L"ZURUN_EOL", value, static_cast<DWORD>(std::size(value)));
+    const bool lineFeedOnly = length == 2 && CompareStringOrdinal(value, 2, L"lf", 2, TRUE) == CSTR_EQUAL;
+    return lineFeedOnly ? L"\n" : L"\r\n";
+}
+
+}  // namespace
+
+Console::Console() : out(STD_OUTPUT_HANDLE, LineEnd()), err(STD_ERROR_HANDLE, LineEnd()) {}
+
+}  // namespace zu::runner

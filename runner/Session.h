@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "runner/Console.h"
+#include "runner/EngineLink.h"
+#include "runner/EventBindings.h"
+#include "runner/GlobalFunctions.h"
+#include "runner/Interruption.h"
+#include "runner/ScriptHost.h"
+#include "runner/ScriptRoutines.h"
+#include "runner/ScriptSource.h"
+
+namespace zu::runner {
+
+/// One run of one script: its host, the objects it is given, and how it ends.
+class Session {
+public:
+    Session(ScriptSource source, std::vector<std::wstring> arguments, Console& console, EngineLink& engine);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Gives the script one more object (see ScriptHost::Add). Before Run.
+    void Add(const std::wstring& name, com::ComPtr<IDispatch> object, bool global);
+
+    /// Runs the script and answers the program's exit code. `trace` shows the engine's log.
+    int Run(bool trace);
+
+    const ScriptSource& source() const noexcept { return source_; }
+    Console& console() noexcept { return console_; }
+    EngineLink& engine() noexcept { return engine_; }
+    EventBindings& events() noexcept { return events_; }
+    com::ComPtr<IDispatch> arguments() const noexcept { return arguments_; }
+    com::ComPtr<IDispatch> functions() { return functions_->Functions(); }
+    com::ComPtr<IDispatch> routines() const noexcept { return com::ComPtr<IDispatch>(routines_.get()); }
+
+    /// Ends the script with this exit code: nothing after the call runs.
+    [[noreturn]] void Quit(int code);
+    /// Waits; an interruption ends the script.
+    void Sleep(DWORD milliseconds);
+
+private:
+    void Report(const ScriptError& error);
+    void LetGo() noexcept;
+
+    ScriptSource source_;
+    Console& console_;
+    EngineLink& engine_;
+    int exitCode_ = 0;
+    ScriptHost host_;
+    EventBindings events_;
+    com::ComPtr<IDispatch> arguments_;
+    com::ComPtr<ScriptRoutines> routines_;
+    com::ComPtr<GlobalFunctions> functions_;
+    Interruption interruption_;  // last: its thread uses the host
+};
+
+}  // namespace zu::runner
