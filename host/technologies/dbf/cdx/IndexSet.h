@@ -56,6 +56,10 @@ public:
     /// ascending order (a superset of the matches, deleted ones included). False: read all records.
     bool Candidates(const expression::Program& condition, std::vector<std::uint32_t>& records);
 
+    /// Takes the file and the table as they are now: to be called when another process may have changed them.
+    /// Descriptions are made anew; a tag that was not usable may be so now, and the other way round.
+    void Refresh();
+
     /// What had to be tolerated, UTF-8, one text for each tag that is not used.
     std::vector<std::string> warnings() const;
 

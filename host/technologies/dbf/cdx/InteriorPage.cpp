@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "host/technologies/dbf/cdx/ByteOrder.h"
+#include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/cdx/Damage.h"
 #include "host/technologies/dbf/cdx/KeyOrder.h"
 

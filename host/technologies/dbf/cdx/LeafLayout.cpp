@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <bit>
 
-#include "host/technologies/dbf/cdx/ByteOrder.h"
+#include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/cdx/Damage.h"
 
 namespace zu::dbf::cdx {
@@ -41,7 +41,7 @@ LeafLayout LeafLayout::Parse(PageBytes bytes, std::uint32_t offset) {
                                 " bits) do not fit into entries of " + std::to_string(layout.entrySize) +
                                 " bytes");
     }
-    if (LoadLittle32(raw + leaf::kRecordMask) != layout.recordMask() ||
+    if (LoadLittle<std::uint32_t>(raw + leaf::kRecordMask) != layout.recordMask() ||
         std::to_integer<std::uint8_t>(raw[leaf::kDuplicateMask]) != layout.countMask() ||
         std::to_integer<std::uint8_t>(raw[leaf::kTrailingMask]) != layout.countMask()) {
         FailDamaged(offset, "the masks of the entries are not those of their bit fields");
@@ -51,7 +51,7 @@ LeafLayout LeafLayout::Parse(PageBytes bytes, std::uint32_t offset) {
 
 void LeafLayout::Store(PageBuffer bytes) const noexcept {
     std::byte* raw = bytes.data();
-    StoreLittle32(raw + leaf::kRecordMask, recordMask());
+    StoreLittle<std::uint32_t>(raw + leaf::kRecordMask, recordMask());
     raw[leaf::kDuplicateMask] = static_cast<std::byte>(countMask());
     raw[leaf::kTrailingMask] = static_cast<std::byte>(countMask());
     raw[leaf::kRecordBits] = static_cast<std::byte>(recordBits);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "host/technologies/dbf/cdx/ByteOrder.h"
+#include "host/technologies/dbf/ByteOrder.h"
 
 namespace zu::dbf::cdx {
 
@@ -46,7 +46,8 @@ void LeafPacker::Store(PageHeader header, PageBuffer out) noexcept {
     header.attributes |= kLeafPage;
     header.count = static_cast<std::uint16_t>(count_);
     header.Store(bytes_);
-    StoreLittle16(bytes_.data() + leaf::kFree, static_cast<std::uint16_t>(keysStart_ - entriesEnd_));
+    StoreLittle<std::uint16_t>(bytes_.data() + leaf::kFree,
+                               static_cast<std::uint16_t>(keysStart_ - entriesEnd_));
     layout_.Store(bytes_);
     std::memcpy(out.data(), bytes_.data(), kPageSize);
     bytes_.fill(std::byte{0});

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "host/technologies/dbf/cdx/ByteOrder.h"
+#include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/cdx/Damage.h"
 #include "host/technologies/dbf/cdx/KeyOrder.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 // Entries are at most eight bytes, but the last ones of a full page end where the page ends.
 std::uint64_t LoadEntry(PageBytes bytes, std::size_t position, unsigned size) noexcept {
-    if (position + 8 <= kPageSize) return LoadLittle64(bytes.data() + position);
+    if (position + 8 <= kPageSize) return LoadLittle<std::uint64_t>(bytes.data() + position);
     std::uint64_t value = 0;
     for (unsigned i = size; i-- > 0;)
         value = value << 8 | std::to_integer<std::uint64_t>(bytes[position + i]);
@@ -34,7 +34,7 @@ PageHeader ParseLeafHeader(PageBytes bytes, std::uint32_t offset, LeafLayout& la
 
 void LeafPage::Unpack(PageBytes bytes, std::uint32_t offset, const KeyShape& shape) {
     header_ = ParseLeafHeader(bytes, offset, layout_);
-    statedFree_ = LoadLittle16(bytes.data() + leaf::kFree);
+    statedFree_ = LoadLittle<std::uint16_t>(bytes.data() + leaf::kFree);
     keyLength_ = shape.length;
     const std::size_t count = header_.count;
     records_.resize(count);

@@ -86,4 +86,14 @@ bool LeafPath::ToPrevious() {
     return true;
 }
 
+double LeafPath::Fraction() const noexcept {
+    double fraction = 0;
+    double size = 1;
+    for (std::size_t i = 0; i < depth_; ++i) {
+        size /= static_cast<double>(steps_[i].count);
+        fraction += static_cast<double>(steps_[i].index) * size;
+    }
+    return fraction;
+}
+
 }  // namespace zu::dbf::cdx

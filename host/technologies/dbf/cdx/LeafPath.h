@@ -33,6 +33,9 @@ public:
     bool ToPrevious();
 
     std::uint32_t leaf() const noexcept { return leaf_; }
+    /// Where in the tree the leaf lies, from 0 (the first) to nearly 1: an estimate from the places in the
+    /// interior pages on the way.
+    double Fraction() const noexcept;
     /// The interior pages above the leaf.
     std::size_t depth() const noexcept { return depth_; }
 

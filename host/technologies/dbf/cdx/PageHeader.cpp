@@ -1,6 +1,6 @@
 #include "host/technologies/dbf/cdx/PageHeader.h"
 
-#include "host/technologies/dbf/cdx/ByteOrder.h"
+#include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/cdx/Damage.h"
 
 namespace zu::dbf::cdx {
@@ -8,10 +8,10 @@ namespace zu::dbf::cdx {
 PageHeader PageHeader::Parse(PageBytes bytes, std::uint32_t offset) {
     const std::byte* raw = bytes.data();
     PageHeader header;
-    header.attributes = LoadLittle16(raw + page::kAttributes);
-    header.count = LoadLittle16(raw + page::kCount);
-    header.left = LoadLittle32(raw + page::kLeft);
-    header.right = LoadLittle32(raw + page::kRight);
+    header.attributes = LoadLittle<std::uint16_t>(raw + page::kAttributes);
+    header.count = LoadLittle<std::uint16_t>(raw + page::kCount);
+    header.left = LoadLittle<std::uint32_t>(raw + page::kLeft);
+    header.right = LoadLittle<std::uint32_t>(raw + page::kRight);
     if (header.attributes > kHighestAttribute) {
         FailDamaged(offset, "attributes " + std::to_string(header.attributes) + " are not those of a page");
     }
@@ -20,10 +20,10 @@ PageHeader PageHeader::Parse(PageBytes bytes, std::uint32_t offset) {
 
 void PageHeader::Store(PageBuffer bytes) const noexcept {
     std::byte* raw = bytes.data();
-    StoreLittle16(raw + page::kAttributes, attributes);
-    StoreLittle16(raw + page::kCount, count);
-    StoreLittle32(raw + page::kLeft, left);
-    StoreLittle32(raw + page::kRight, right);
+    StoreLittle<std::uint16_t>(raw + page::kAttributes, attributes);
+    StoreLittle<std::uint16_t>(raw + page::kCount, count);
+    StoreLittle<std::uint32_t>(raw + page::kLeft, left);
+    StoreLittle<std::uint32_t>(raw + page::kRight, right);
 }
 
 }  // namespace zu::dbf::cdx

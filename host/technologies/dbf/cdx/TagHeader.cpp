@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "host/technologies/dbf/cdx/ByteOrder.h"
+#include "host/technologies/dbf/ByteOrder.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf::cdx {
@@ -52,24 +52,25 @@ std::string_view PoolText(std::string_view pool, std::size_t start, std::size_t 
 TagHeader TagHeader::Parse(std::span<const std::byte, kHeaderSize> bytes) {
     const std::byte* raw = bytes.data();
     TagHeader header;
-    header.root = LoadLittle32(raw + at::kRoot);
-    header.freeList = LoadLittle32(raw + at::kFreeList);
-    header.counter = LoadLittle32(raw + at::kCounter);
-    header.keyLength = LoadLittle16(raw + at::kKeyLength);
+    header.root = LoadLittle<std::uint32_t>(raw + at::kRoot);
+    header.freeList = LoadLittle<std::uint32_t>(raw + at::kFreeList);
+    header.counter = LoadLittle<std::uint32_t>(raw + at::kCounter);
+    header.keyLength = LoadLittle<std::uint16_t>(raw + at::kKeyLength);
     header.options = std::to_integer<std::uint8_t>(raw[at::kOptions]);
     header.signature = std::to_integer<std::uint8_t>(raw[at::kSignature]);
-    header.descending = LoadLittle16(raw + at::kDescending) != 0;
+    header.descending = LoadLittle<std::uint16_t>(raw + at::kDescending) != 0;
 
     const std::string_view text(reinterpret_cast<const char*>(raw), kHeaderSize);
     header.collation = Trimmed(UpToNul(text.substr(at::kCollation, kCollationSize)));
 
     const std::string_view pool = text.substr(at::kPool, kExpressionPool);
-    const std::size_t keySize = LoadLittle16(raw + at::kKeySize);
-    const std::size_t filterSize = LoadLittle16(raw + at::kFilterSize);
+    const std::size_t keySize = LoadLittle<std::uint16_t>(raw + at::kKeySize);
+    const std::size_t filterSize = LoadLittle<std::uint16_t>(raw + at::kFilterSize);
     if (keySize > 0) {
-        header.key = Trimmed(PoolText(pool, LoadLittle16(raw + at::kKeyStart), keySize));
+        header.key = Trimmed(PoolText(pool, LoadLittle<std::uint16_t>(raw + at::kKeyStart), keySize));
         if (filterSize > 1) {
-            header.filter = Trimmed(PoolText(pool, LoadLittle16(raw + at::kFilterStart), filterSize));
+            header.filter =
+                Trimmed(PoolText(pool, LoadLittle<std::uint16_t>(raw + at::kFilterStart), filterSize));
         }
     } else {
         // Some writers leave positions and lengths 0: the texts then lie one behind the other.
@@ -89,19 +90,19 @@ void TagHeader::Store(std::span<std::byte, kHeaderSize> bytes) const {
     }
     std::byte* raw = bytes.data();
     std::fill(bytes.begin(), bytes.end(), std::byte{0});
-    StoreLittle32(raw + at::kRoot, root);
-    StoreLittle32(raw + at::kFreeList, freeList);
-    StoreLittle32(raw + at::kCounter, counter);
-    StoreLittle16(raw + at::kKeyLength, keyLength);
+    StoreLittle<std::uint32_t>(raw + at::kRoot, root);
+    StoreLittle<std::uint32_t>(raw + at::kFreeList, freeList);
+    StoreLittle<std::uint32_t>(raw + at::kCounter, counter);
+    StoreLittle<std::uint16_t>(raw + at::kKeyLength, keyLength);
     raw[at::kOptions] = static_cast<std::byte>(options);
     raw[at::kSignature] = static_cast<std::byte>(signature);
     std::memcpy(raw + at::kCollation, collation.data(), std::min(collation.size(), kCollationSize));
-    StoreLittle16(raw + at::kDescending, descending ? 1 : 0);
+    StoreLittle<std::uint16_t>(raw + at::kDescending, descending ? 1 : 0);
     const std::size_t keySize = key.size() + 1;
-    StoreLittle16(raw + at::kFilterStart, static_cast<std::uint16_t>(keySize));
-    StoreLittle16(raw + at::kFilterSize, static_cast<std::uint16_t>(filter.size() + 1));
-    StoreLittle16(raw + at::kKeyStart, 0);
-    StoreLittle16(raw + at::kKeySize, static_cast<std::uint16_t>(keySize));
+    StoreLittle<std::uint16_t>(raw + at::kFilterStart, static_cast<std::uint16_t>(keySize));
+    StoreLittle<std::uint16_t>(raw + at::kFilterSize, static_cast<std::uint16_t>(filter.size() + 1));
+    StoreLittle<std::uint16_t>(raw + at::kKeyStart, 0);
+    StoreLittle<std::uint16_t>(raw + at::kKeySize, static_cast<std::uint16_t>(keySize));
     std::memcpy(raw + at::kPool, key.data(), key.size());
     std::memcpy(raw + at::kPool + keySize, filter.data(), filter.size());
 }

@@ -1,0 +1,209 @@
+#include "host/technologies/dbf/cdx/CdxBuilder.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "host/expression/Program.h"
+#include "host/technologies/dbf/cdx/CdxFormat.h"
+#include "host/technologies/dbf/cdx/KeyEncoder.h"
+#include "host/technologies/dbf/cdx/KeyForm.h"
+#include "host/technologies/dbf/cdx/KeySorter.h"
+#include "host/technologies/dbf/cdx/PageStream.h"
+#include "host/technologies/dbf/cdx/TagHeader.h"
+#include "host/technologies/dbf/cdx/TreeWriter.h"
+#include "portable/error/Error.h"
+
+namespace zu::dbf::cdx {
+
+namespace {
+
+constexpr std::uint32_t kDirectoryOffset = kHeaderSize;
+constexpr std::uint32_t kFirstTagOffset = kDirectoryOffset + kPageSize;
+const KeyShape kDirectoryShape{kTagNameLength, std::byte{0x20}};
+
+/// A tag with its header's place, ready to be entered into the directory.
+struct BuiltTag {
+    std::string name;
+    std::uint32_t offset = 0;
+    std::array<std::byte, kHeaderSize> header{};
+};
+
+std::string StoredName(const std::string& name) {
+    std::string stored = name;
+    for (char& c : stored)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    const bool plain = std::all_of(stored.begin(), stored.end(), [](char c) {
+        return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+    });
+    if (stored.empty() || stored.size() > kTagNameLength || !plain ||
+        (stored[0] >= '0' && stored[0] <= '9')) {
+        throw Error(ErrorKind::InvalidArgument,
+                    "\"" + name +
+                        "\" is no name for an index tag: expected a letter or underscore and up to nine more "
+                        "letters, digits or underscores");
+    }
+    return stored;
+}
+
+/// Writes the tree of one tag.
+class TagBuild {
+public:
+    TagBuild(const TagDefinition& definition, const IndexContext& context)
+        : definition_(definition),
+          context_(context),
+          key_(expression::Program::CompileBytes(definition.key, context.layout)),
+          form_(KeyForm::ForNewTag(key_, context.layout)) {
+        if (!definition.filter.empty()) {
+            filter_.emplace(expression::Program::CompileBytes(definition.filter, context.layout));
+        }
+    }
+
+    TagHeader Write(PageStream& out) {
+        const std::uint32_t count = context_.records.Count();
+        KeySorter sorter(form_.length());
+        Collect(sorter, count);
+        sorter.Sort();
+        if (definition_.candidate) RefuseDuplicates(sorter);
+
+        // Room to double the table before leaves must be packed anew for greater record numbers.
+        const std::uint32_t greatest = std::max(count, std::min(count, 0x7FFFFFFFU) * 2);
+        TreeWriter tree(out, form_.shape(), greatest);
+        const std::byte* before = nullptr;
+        for (std::size_t i = 0; i < sorter.size(); ++i) {
+            const std::byte* key = sorter.key(i);
+            if (definition_.unique && before != nullptr && std::memcmp(before, key, form_.length()) == 0) {
+                continue;
+            }
+            tree.Add(key, sorter.record(i));
+            before = key;
+        }
+
+        TagHeader header;
+        header.root = tree.Finish();
+        header.keyLength = static_cast<std::uint16_t>(form_.length());
+        header.options = static_cast<std::uint8_t>(
+            kCompact | kCompound | (definition_.unique ? kUnique : 0) | (form_.nullable ? kNullableKey : 0) |
+            (definition_.candidate ? kCandidate : 0) | (filter_ ? kHasFilter : 0));
+        header.descending = definition_.descending;
+        header.key = definition_.key;
+        header.filter = definition_.filter;
+        return header;
+    }
+
+private:
+    void Collect(KeySorter& sorter, std::uint32_t count) {
+        KeyEncoder encoder(key_, context_.layout, form_);
+        expression::Row row;
+        row.memos = context_.records.memos();
+        if (!filter_) sorter.Reserve(count);
+        for (std::uint32_t number = 1; number <= count; ++number) {
+            row.record = context_.records.Record(number);
+            if (row.record == nullptr) {
+                throw Error(ErrorKind::Damaged, "record " + std::to_string(number) + " of table \"" +
+                                                    context_.tableName + "\" cannot be read");
+            }
+            row.number = number;
+            if (filter_ && !filter_->Test(row)) continue;
+            encoder.Encode(row, sorter.Add(number));
+        }
+    }
+
+    void RefuseDuplicates(const KeySorter& sorter) const {
+        for (std::size_t i = 1; i < sorter.size(); ++i) {
+            if (std::memcmp(sorter.key(i - 1), sorter.key(i), form_.length()) == 0) {
+                throw Error(ErrorKind::AlreadyExists, "the records " + std::to_string(sorter.record(i - 1)) +
+                                                          " and " + std::to_string(sorter.record(i)) +
+                                                          " have the same key, which the tag does not allow");
+            }
+        }
+    }
+
+    const TagDefinition& definition_;
+    const IndexContext& context_;
+    expression::Program key_;
+    std::optional<expression::Program> filter_;
+    KeyForm form_;
+};
+
+BuiltTag Build(PageStream& out, const TagDefinition& definition, const IndexContext& context) {
+    BuiltTag tag;
+    tag.name = StoredName(definition.name);
+    try {
+        TagBuild build(definition, context);
+        tag.offset = out.position();
+        out.Next();  // the header's two pages, written when everything else is
+        out.Next();
+        build.Write(out).Store(tag.header);
+    } catch (const Error& error) {
+        throw Error(error.kind(),
+                    "index tag \"" + tag.name + "\" of table \"" + context.tableName + "\": " + error.what(),
+                    error.position());
+    }
+    return tag;
+}
+
+std::uint32_t WriteDirectory(PageStream& out, std::vector<BuiltTag>& tags) {
+    std::sort(tags.begin(), tags.end(),
+              [](const BuiltTag& left, const BuiltTag& right) { return left.name < right.name; });
+    std::uint32_t greatest = 0;
+    for (const BuiltTag& tag : tags)
+        greatest = std::max(greatest, tag.offset);
+    TreeWriter tree(out, kDirectoryShape, greatest, Filling::Full);
+    for (const BuiltTag& tag : tags) {
+        std::array<std::byte, kTagNameLength> name{};
+        name.fill(std::byte{0x20});
+        std::memcpy(name.data(), tag.name.data(), tag.name.size());
+        tree.Add(name.data(), tag.offset);
+    }
+    return tree.Finish();
+}
+
+void RefuseEqualNames(const std::vector<TagDefinition>& tags) {
+    std::vector<std::string> names;
+    for (const TagDefinition& tag : tags)
+        names.push_back(StoredName(tag.name));
+    std::sort(names.begin(), names.end());
+    const auto twice = std::adjacent_find(names.begin(), names.end());
+    if (twice != names.end()) {
+        throw Error(ErrorKind::InvalidArgument, "two index tags have the name \"" + *twice + "\"");
+    }
+}
+
+}  // namespace
+
+void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const IndexContext& context) {
+    RefuseEqualNames(tags);
+    PageStream out(file, kFirstTagOffset);
+    std::vector<BuiltTag> built;
+    for (const TagDefinition& tag : tags)
+        built.push_back(Build(out, tag, context));
+    out.Flush();
+    for (const BuiltTag& tag : built)
+        file.WriteAt(tag.offset, tag.header);
+
+    TagHeader header;
+    header.keyLength = kTagNameLength;
+    header.options = kCompact | kCompound | kDirectory;
+    // The directory has its usual place behind the file header as long as one page holds it.
+    PageStream front(file, kDirectoryOffset);
+    header.root = WriteDirectory(front, built);
+    if (header.root == kDirectoryOffset) {
+        front.Flush();
+    } else {
+        header.root = WriteDirectory(out, built);
+        out.Flush();
+    }
+    std::array<std::byte, kHeaderSize> bytes{};
+    header.Store(bytes);
+    file.WriteAt(0, bytes);
+}
+
+}  // namespace zu::dbf::cdx

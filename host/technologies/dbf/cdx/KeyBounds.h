@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "host/expression/Program.h"
+#include "host/technologies/dbf/cdx/KeyEncoder.h"
+
+namespace zu::dbf::cdx {
+
+/// A stretch of a tree: the keys from `low` to `high`, both included, in full length.
+struct KeyBounds {
+    std::vector<std::byte> low;
+    std::vector<std::byte> high;
+
+    static KeyBounds Everything(std::size_t keyLength);
+    /// The one key of a value.
+    static KeyBounds Of(const KeyEncoder& encoder, const expression::Result& value);
+    /// The keys of texts that begin with `prefix`.
+    static KeyBounds Prefix(const KeyForm& form, std::string_view prefix);
+    /// The keys less than half a second from a moment: writers round the fraction of the day differently.
+    static KeyBounds AroundMoment(const KeyEncoder& encoder, const expression::Result& moment);
+    /// The same for a moment that is a key already.
+    static KeyBounds AroundKey(const KeyEncoder& encoder, const std::vector<std::byte>& key);
+
+    /// The keys of all records that can meet a condition with this range (and perhaps some more); nothing
+    /// when the range does not narrow the tree. `isComposite`: the range is about the first part of the key.
+    static std::optional<KeyBounds> FromRange(const KeyEncoder& encoder, const expression::KeyRange& range,
+                                              bool isComposite);
+};
+
+}  // namespace zu::dbf::cdx
