@@ -30,7 +30,8 @@ public:
     /// One byte is one character.
     virtual bool isSingleByte() const noexcept = 0;
 
-    /// Appends the characters of `bytes` to `out`; undefined bytes become U+FFFD.
+    /// Appends the characters of `bytes` to `out`; undefined bytes become U+FFFD. The Windows sets have no
+    /// undefined bytes between 80 and 9F: as in Windows these become control characters and come back.
     virtual void Decode(std::string_view bytes, std::u16string& out) const = 0;
     /// The bytes of `characters`; nothing when one of them is not in the set. `firstBad`, when given,
     /// receives the index of the first character that is missing.

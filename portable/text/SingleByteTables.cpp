@@ -106,8 +106,8 @@ constexpr SingleByteTable kTables[] = {
      u"рстуфхцчшщъыьэюя"
      u"ЁёЄєЇїЎў°∙·√№¤■\u00A0"},
     {874,  // Thai, Windows
-     u"€\uFFFD\uFFFD\uFFFD\uFFFD…\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"
-     u"\uFFFD‘’“”•–—\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"
+     u"€\x81\x82\x83\x84…\x86\x87\x88\x89\x8A\x8B\x8C\x8D\x8E\x8F"
+     u"\x90‘’“”•–—\x98\x99\x9A\x9B\x9C\x9D\x9E\x9F"
      u"\u00A0กขฃคฅฆงจฉชซฌญฎฏ"
      u"ฐฑฒณดตถทธนบปผฝพฟ"
      u"ภมยรฤลฦวศษสหฬอฮฯ"
@@ -124,8 +124,8 @@ constexpr SingleByteTable kTables[] = {
      u"αßΓπΣσµτΦΘΩδ∞φε∩"
      u"≡±≥≤⌠⌡÷≈°∙·√ⁿ²■\u00A0"},
     {1250,  // Central Europe, Windows
-     u"€\uFFFD‚\uFFFD„…†‡\uFFFD‰Š‹ŚŤŽŹ"
-     u"\uFFFD‘’“”•–—\uFFFD™š›śťžź"
+     u"€\x81‚\x83„…†‡\x88‰Š‹ŚŤŽŹ"
+     u"\x90‘’“”•–—\x98™š›śťžź"
      u"\u00A0ˇ˘Ł¤Ą¦§¨©Ş«¬\u00AD®Ż"
      u"°±˛ł´µ¶·¸ąş»Ľ˝ľż"
      u"ŔÁÂĂÄĹĆÇČÉĘËĚÍÎĎ"
@@ -134,7 +134,7 @@ constexpr SingleByteTable kTables[] = {
      u"đńňóôőö÷řůúűüýţ˙"},
     {1251,  // Cyrillic, Windows
      u"ЂЃ‚ѓ„…†‡€‰Љ‹ЊЌЋЏ"
-     u"ђ‘’“”•–—\uFFFD™љ›њќћџ"
+     u"ђ‘’“”•–—\x98™љ›њќћџ"
      u"\u00A0ЎўЈ¤Ґ¦§Ё©Є«¬\u00AD®Ї"
      u"°±Ііґµ¶·ё№є»јЅѕї"
      u"АБВГДЕЖЗИЙКЛМНОП"
@@ -142,8 +142,8 @@ constexpr SingleByteTable kTables[] = {
      u"абвгдежзийклмноп"
      u"рстуфхцчшщъыьэюя"},
     {1252,  // Western Europe, Windows
-     u"€\uFFFD‚ƒ„…†‡ˆ‰Š‹Œ\uFFFDŽ\uFFFD"
-     u"\uFFFD‘’“”•–—˜™š›œ\uFFFDžŸ"
+     u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8DŽ\x8F"
+     u"\x90‘’“”•–—˜™š›œ\x9DžŸ"
      u"\u00A0¡¢£¤¥¦§¨©ª«¬\u00AD®¯"
      u"°±²³´µ¶·¸¹º»¼½¾¿"
      u"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏ"
@@ -151,8 +151,8 @@ constexpr SingleByteTable kTables[] = {
      u"àáâãäåæçèéêëìíîï"
      u"ðñòóôõö÷øùúûüýþÿ"},
     {1253,  // Greek, Windows
-     u"€\uFFFD‚ƒ„…†‡\uFFFD‰\uFFFD‹\uFFFD\uFFFD\uFFFD\uFFFD"
-     u"\uFFFD‘’“”•–—\uFFFD™\uFFFD›\uFFFD\uFFFD\uFFFD\uFFFD"
+     u"€\x81‚ƒ„…†‡\x88‰\x8A‹\x8C\x8D\x8E\x8F"
+     u"\x90‘’“”•–—\x98™\x9A›\x9C\x9D\x9E\x9F"
      u"\u00A0΅Ά£¤¥¦§¨©\uFFFD«¬\u00AD®―"
      u"°±²³΄µ¶·ΈΉΊ»Ό½ΎΏ"
      u"ΐΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟ"
@@ -160,8 +160,8 @@ constexpr SingleByteTable kTables[] = {
      u"ΰαβγδεζηθικλμνξο"
      u"πρςστυφχψωϊϋόύώ\uFFFD"},
     {1254,  // Turkish, Windows
-     u"€\uFFFD‚ƒ„…†‡ˆ‰Š‹Œ\uFFFD\uFFFD\uFFFD"
-     u"\uFFFD‘’“”•–—˜™š›œ\uFFFD\uFFFDŸ"
+     u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8D\x8E\x8F"
+     u"\x90‘’“”•–—˜™š›œ\x9D\x9EŸ"
      u"\u00A0¡¢£¤¥¦§¨©ª«¬\u00AD®¯"
      u"°±²³´µ¶·¸¹º»¼½¾¿"
      u"ÀÁÂÃÄÅÆÇÈÉÊËÌÍÎÏ"
@@ -169,8 +169,8 @@ constexpr SingleByteTable kTables[] = {
      u"àáâãäåæçèéêëìíîï"
      u"ğñòóôõö÷øùúûüışÿ"},
     {1255,  // Hebrew, Windows
-     u"€\uFFFD‚ƒ„…†‡ˆ‰\uFFFD‹\uFFFD\uFFFD\uFFFD\uFFFD"
-     u"\uFFFD‘’“”•–—˜™\uFFFD›\uFFFD\uFFFD\uFFFD\uFFFD"
+     u"€\x81‚ƒ„…†‡ˆ‰\x8A‹\x8C\x8D\x8E\x8F"
+     u"\x90‘’“”•–—˜™\x9A›\x9C\x9D\x9E\x9F"
      u"\u00A0¡¢£₪¥¦§¨©×«¬\u00AD®¯"
      u"°±²³´µ¶·¸¹÷»¼½¾¿"
      u"\u05B0\u05B1\u05B2\u05B3\u05B4\u05B5\u05B6\u05B7\u05B8\u05B9\uFFFD\u05BB\u05BC\u05BD\u05BE\u05BF"
@@ -187,8 +187,8 @@ constexpr SingleByteTable kTables[] = {
      u"à\u0644â\u0645\u0646\u0647\u0648çèéêë\u0649\u064Aîï"
      u"\u064B\u064C\u064D\u064Eô\u064F\u0650÷\u0651ù\u0652ûü\u200E\u200F\u06D2"},
     {1257,  // Baltic, Windows
-     u"€\uFFFD‚\uFFFD„…†‡\uFFFD‰\uFFFD‹\uFFFD¨ˇ¸"
-     u"\uFFFD‘’“”•–—\uFFFD™\uFFFD›\uFFFD¯˛\uFFFD"
+     u"€\x81‚\x83„…†‡\x88‰\x8A‹\x8C¨ˇ¸"
+     u"\x90‘’“”•–—\x98™\x9A›\x9C¯˛\x9F"
      u"\u00A0\uFFFD¢£¤\uFFFD¦§Ø©Ŗ«¬\u00AD®Æ"
      u"°±²³´µ¶·ø¹ŗ»¼½¾æ"
      u"ĄĮĀĆÄÅĘĒČÉŹĖĢĶĪĻ"
@@ -258,6 +258,7 @@ constexpr SingleByteTable kTables[] = {
      u"ÐÑÒÓÔÕÖ×ØÙÚÛÜÝÞß"
      u"àáâãäåæçèéêëìíîï"
      u"ðñòóôõö÷øùúûüýþÿ"},
+
 };
 
 }  // namespace

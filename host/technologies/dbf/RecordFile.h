@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/expression/Program.h"
+#include "host/technologies/dbf/DbfHeader.h"
+#include "host/technologies/dbf/RecordAccess.h"
+#include "portable/files/File.h"
+
+namespace zu::dbf {
+
+/// The records of a table file in memory: the file mapped whole where the system can, else blocks of about a
+/// megabyte that are read as they are needed. No access to a record costs a system call of its own.
+///
+/// The number of records is what the file really holds, not what its header says: whole records only, and
+/// records behind the stated number only as far as each begins with a deletion mark.
+class RecordFile final : public RecordAccess {
+public:
+    /// `memos` may be null. Errors: those of `file`.
+    RecordFile(std::unique_ptr<files::File> file, const DbfHeader& header);
+
+    void SetMemos(expression::MemoReader* memos) noexcept { memos_ = memos; }
+
+    const std::string& path() const noexcept { return file_->path(); }
+
+    /// Takes the file as it is now: other processes may have appended, changed or cut it.
+    void Refresh();
+
+    /// As of the last Refresh.
+    std::uint32_t Count() override { return count_; }
+    /// Damaged when another process has cut the file meanwhile.
+    const std::byte* Record(std::uint32_t number) override {
+        if (number - 1 >= count_) return nullptr;
+        if (mapped_) return mapped_ + static_cast<std::size_t>(number - 1) * recordLength_;
+        return BlockRecord(number);
+    }
+    expression::MemoReader* memos() override { return memos_; }
+
+    /// The records from `first` (one-based, at most Count()) that lie in memory one behind the other, at most
+    /// `most`, at least one. Valid until the next call of any member.
+    expression::RecordRun Run(std::uint32_t first, std::uint32_t most);
+
+    /// What the header said at the last Refresh.
+    std::uint32_t statedCount() const noexcept { return statedCount_; }
+
+private:
+    struct Block {
+        std::uint32_t number = UINT32_MAX;
+        std::vector<std::byte> bytes;
+    };
+
+    std::uint32_t ReadStatedCount() const;
+    std::uint32_t CountFrom(std::uint32_t known, std::uint32_t whole);
+    const std::byte* BlockRecord(std::uint32_t number);
+    const Block& Load(std::uint32_t block);
+
+    std::unique_ptr<files::File> file_;
+    std::unique_ptr<files::Mapping> mapping_;
+    expression::MemoReader* memos_ = nullptr;
+    std::uint32_t headerLength_;
+    std::uint32_t recordLength_;
+    const std::byte* mapped_ = nullptr;  ///< the first record
+    std::uint32_t count_ = 0;
+    std::uint32_t statedCount_ = 0;
+    std::uint64_t size_ = 0;
+    std::uint32_t recordsPerBlock_;
+    std::array<Block, 8> blocks_;
+};
+
+}  // namespace zu::dbf

@@ -1,0 +1,112 @@
+#include "host/technologies/dbf/TablePath.h"
+
+#include <optional>
+
+#include "host/technologies/dbf/CompanionFiles.h"
+#include "portable/error/Error.h"
+#include "portable/files/Path.h"
+
+namespace zu::dbf {
+
+namespace {
+
+constexpr std::string_view kExtension = ".dbf";
+
+std::string_view Trimmed(std::string_view text) noexcept {
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+        text.remove_suffix(1);
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+        text.remove_prefix(1);
+    return text;
+}
+
+std::string_view WithoutEndSeparators(std::string_view path) noexcept {
+    while (path.size() > 1 && files::IsSeparator(path.back()) && path[path.size() - 2] != ':')
+        path.remove_suffix(1);
+    return path;
+}
+
+/// One step up: "..", also in the forms that Windows reduces to it (".. ", "...").
+bool IsStepUp(std::string_view part) noexcept {
+    return part.starts_with("..") && part.find_first_not_of(". ") == std::string_view::npos;
+}
+
+/// True when following `relative` from a folder ends or passes outside of it.
+bool ClimbsOut(std::string_view relative) noexcept {
+    int depth = 0;
+    while (!relative.empty()) {
+        std::size_t end = 0;
+        while (end < relative.size() && !files::IsSeparator(relative[end]))
+            ++end;
+        const std::string_view part = relative.substr(0, end);
+        if (IsStepUp(part)) {
+            if (--depth < 0) return true;
+        } else if (!part.empty() && part != ".") {
+            ++depth;
+        }
+        relative.remove_prefix(end == relative.size() ? end : end + 1);
+    }
+    return false;
+}
+
+/// A name that starts in a folder: no root, no drive, no stream, no NUL, no way out.
+void RequireInside(std::string_view name, const char* what) {
+    const bool rooted = files::IsAbsolute(name) || (!name.empty() && files::IsSeparator(name.front()));
+    const bool unusable = name.find('\0') != std::string_view::npos
+#ifdef _WIN32
+                          || name.find(':') != std::string_view::npos
+#endif
+        ;
+    if (rooted || unusable || ClimbsOut(name)) {
+        throw Error(ErrorKind::InvalidArgument, "The " + std::string(what) + " name \"" + std::string(name) +
+                                                    "\" cannot be used: it leads out of its folder.");
+    }
+}
+
+std::optional<std::string> FindNamed(files::FileSystem& files, const std::string& path) {
+    const std::string_view folder = files::Parent(path);
+    const std::string name(files::FileName(path));
+    if (name.empty()) return std::nullopt;
+    if (!files::SameName(files::Extension(name), kExtension)) {
+        if (auto found = FindFile(files, folder, name + std::string(kExtension))) return found;
+        // Tables with other extensions are named in full.
+        if (files::Extension(name).empty()) return std::nullopt;
+    }
+    return FindFile(files, folder, name);
+}
+
+bool NamesTheFile(std::string_view table, const std::string& file) {
+    return table.empty() || table == "1" || table == "2" || files::SameName(table, files::FileName(file)) ||
+           files::SameName(table, files::Stem(file));
+}
+
+}  // namespace
+
+std::string FindTable(files::FileSystem& files, std::string_view dataFolder, std::string_view database,
+                      std::string_view table) {
+    database = WithoutEndSeparators(Trimmed(database));
+    table = Trimmed(table);
+    if (!files::IsAbsolute(database)) RequireInside(database, "database");
+    const std::string base = database.empty() ? std::string(dataFolder) : files::Join(dataFolder, database);
+
+    const bool isFolder = base.empty() || files.IsFolder(base);
+    if (!isFolder) {
+        if (const auto file = FindNamed(files, base)) {
+            if (NamesTheFile(table, *file)) return *file;
+            throw Error(ErrorKind::NotFound, "The database " + base + " is the single table " +
+                                                 std::string(files::FileName(*file)) +
+                                                 "; it has no table \"" + std::string(table) + "\".");
+        }
+        throw Error(ErrorKind::NotFound, "The database " + base + " does not exist.");
+    }
+    if (table.empty()) {
+        throw Error(ErrorKind::InvalidArgument,
+                    "The database " + base + " is a folder: a table name is needed.");
+    }
+    RequireInside(table, "table");
+    if (auto found = FindNamed(files, files::Join(base, table))) return *found;
+    throw Error(ErrorKind::NotFound,
+                "The table \"" + std::string(table) + "\" does not exist in the folder " + base + ".");
+}
+
+}  // namespace zu::dbf
