@@ -27,6 +27,8 @@ function(zu_test name label)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE zu_settings ${arg_LINK} ${ZU_GTEST} gtest_main)
+    # What is tested is optimised; the tests themselves are not, which compiles them three times as fast.
+    target_compile_options(${name} PRIVATE -O0)
     if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
         return()  # built and inspected, not run: Wine here is 64-bit only
     endif()
