@@ -33,7 +33,7 @@ inline std::wstring_view AsWide(std::u16string_view text) noexcept {
 
 /// Owns a BSTR.
 class Bstr {
-  public:
+public:
     Bstr() noexcept = default;
     explicit Bstr(std::wstring_view text) : text_(NewBstr(text)) {}
     Bstr(const Bstr& other) : text_(other.text_ ? NewBstr(other.view()) : nullptr) {}
@@ -64,7 +64,7 @@ class Bstr {
     BSTR* address() noexcept { return &text_; }
     [[nodiscard]] BSTR detach() noexcept { return std::exchange(text_, nullptr); }
 
-  private:
+private:
     BSTR text_ = nullptr;
 };
 

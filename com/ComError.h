@@ -13,7 +13,7 @@ namespace zu::com {
 /// A failure inside a component, on its way to the boundary: an HRESULT and, where there is one, the text
 /// that the caller may show.
 class ComError : public std::exception {
-  public:
+public:
     explicit ComError(HRESULT code, std::wstring description = {}, std::wstring source = {})
         : code_(code), description_(std::move(description)), source_(std::move(source)) {}
 
@@ -22,7 +22,7 @@ class ComError : public std::exception {
     const std::wstring& source() const noexcept { return source_; }
     const char* what() const noexcept override { return "automation error"; }
 
-  private:
+private:
     HRESULT code_;
     std::wstring description_;
     std::wstring source_;
@@ -36,7 +36,8 @@ inline constexpr HRESULT kObjectNotSet = static_cast<HRESULT>(0x800A005B);
 inline constexpr HRESULT kInvalidFriendCall = static_cast<HRESULT>(0x800A0061);
 inline constexpr HRESULT kDuplicateKey = static_cast<HRESULT>(0x800A01C9);
 
-/// Throws a ComError for a failing HRESULT, taking the thread's error information (description, source) along.
+/// Throws a ComError for a failing HRESULT, taking the thread's error information (description, source)
+/// along.
 void Check(HRESULT result);
 
 /// Throws kObjectNotSet when `pointer` is null; otherwise answers it.

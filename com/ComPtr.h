@@ -14,7 +14,7 @@ namespace zu::com {
 /// one first; there is no overloaded address-of.
 template <class T>
 class ComPtr {
-  public:
+public:
     ComPtr() noexcept = default;
     ComPtr(std::nullptr_t) noexcept {}
     /// Shares: adds a reference.
@@ -83,7 +83,7 @@ class ComPtr {
         return result;
     }
 
-  private:
+private:
     T* pointer_ = nullptr;
 };
 

@@ -25,7 +25,7 @@ std::optional<std::wstring_view> TextOf(const VARIANT& value) noexcept;
 
 /// Owns a VARIANT.
 class Variant {
-  public:
+public:
     Variant() noexcept { VariantInit(&value_); }
     /// A deep copy with references resolved (VariantCopyInd). Throws ComError.
     explicit Variant(const VARIANT& value);
@@ -72,14 +72,16 @@ class Variant {
     LONG ToLong() const;
     double ToDouble() const;
 
-  private:
+private:
     VARIANT value_;
 };
 
 /// The automation conversion of any VARIANT to `type` (VariantChangeTypeEx, invariant locale).
 Variant Convert(const VARIANT& value, VARTYPE type);
 
-inline VARIANT_BOOL ToVariantBool(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
+inline VARIANT_BOOL ToVariantBool(bool value) noexcept {
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
 
 /// The object in a VARIANT under interface T, looked through references; null for Nothing or another content.
 template <class T>
