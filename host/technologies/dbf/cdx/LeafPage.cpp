@@ -36,6 +36,7 @@ void LeafPage::Unpack(PageBytes bytes, std::uint32_t offset, const KeyShape& sha
     header_ = ParseLeafHeader(bytes, offset, layout_);
     statedFree_ = LoadLittle<std::uint16_t>(bytes.data() + leaf::kFree);
     keyLength_ = shape.length;
+    firstDuplicate_ = 0;
     const std::size_t count = header_.count;
     records_.resize(count);
     keys_.resize(count * keyLength_);
@@ -52,6 +53,7 @@ void LeafPage::Unpack(PageBytes bytes, std::uint32_t offset, const KeyShape& sha
         const auto counts = static_cast<std::uint32_t>(entry >> layout_.recordBits);
         // The first key shares nothing, whatever the entry says: there is no key before it.
         const std::size_t duplicate = previous == nullptr ? 0 : counts & countMask;
+        if (previous == nullptr) firstDuplicate_ = counts & countMask;
         const std::size_t trailing = counts >> layout_.countBits & countMask;
         if (duplicate + trailing > keyLength_) {
             FailDamaged(offset, "entry " + std::to_string(i + 1) + " leaves out more bytes than a key has");

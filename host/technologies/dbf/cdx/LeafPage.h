@@ -22,6 +22,9 @@ public:
     std::uint16_t statedFree() const noexcept { return statedFree_; }  ///< free bytes as the page says
     std::size_t countedFree() const noexcept { return countedFree_; }  ///< free bytes as they are
 
+    /// The bytes that the first entry claims to share with a key before it; 0 in sound pages.
+    std::size_t firstDuplicate() const noexcept { return firstDuplicate_; }
+
     std::size_t size() const noexcept { return records_.size(); }
     std::uint32_t record(std::size_t index) const noexcept { return records_[index]; }
     const std::byte* key(std::size_t index) const noexcept { return keys_.data() + index * keyLength_; }
@@ -37,6 +40,7 @@ private:
     LeafLayout layout_;
     std::uint16_t statedFree_ = 0;
     std::size_t countedFree_ = 0;
+    std::size_t firstDuplicate_ = 0;
     std::size_t keyLength_ = 0;
     std::vector<std::uint32_t> records_;
     std::vector<std::byte> keys_;
