@@ -30,6 +30,8 @@ namespace zu::com {
 /// A class may have
 ///  - `static CLSID classId()`: then IProvideClassInfo is answered;
 ///  - `static com::DispatchOptions dispatchOptions()`: internal names, interfaces of other libraries;
+///  - `static void adjustDispatchResult(VARIANT&)`: a last change to results of calls by name, for values that
+///    script engines take in another form than vtable callers;
 ///  - `HRESULT QueryMore(REFIID, void**)` overridden: interfaces that are not in the list. It follows the
 ///  rules
 ///    of QueryInterface and answers E_NOINTERFACE otherwise.
@@ -88,7 +90,12 @@ public:
         if (!dispatcher) return TYPE_E_CANTLOADLIBRARY;
         const ComPtr<Primary> alive(this);  // a member may make the caller let go of the object
         const auto pointers = DispatchPointers();
-        return dispatcher->Invoke(pointers, id, locale, flags, parameters, result, exception, badArgument);
+        const HRESULT outcome =
+            dispatcher->Invoke(pointers, id, locale, flags, parameters, result, exception, badArgument);
+        if constexpr (requires { Self::adjustDispatchResult(*result); }) {
+            if (SUCCEEDED(outcome) && result) Self::adjustDispatchResult(*result);
+        }
+        return outcome;
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) noexcept final {
