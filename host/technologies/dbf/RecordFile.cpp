@@ -28,7 +28,11 @@ std::uint32_t RecordFile::ReadStatedCount() const {
     return LoadLittle<std::uint32_t>(bytes.data());
 }
 
-void RecordFile::Refresh() {
+bool RecordFile::NoticeGrowth() {
+    return (file_->Size() != size_ || ReadStatedCount() != statedCount_) && Refresh();
+}
+
+bool RecordFile::Refresh() {
     const std::uint64_t size = file_->Size();
     if (!mapping_ || size != size_) {
         mapped_ = nullptr;
@@ -48,9 +52,11 @@ void RecordFile::Refresh() {
     // Records behind the stated number were judged last time already, unless the table was made shorter.
     const bool onlyGrown = stated >= statedCount_ && size >= size_;
     const std::uint32_t known = std::min(most, onlyGrown ? std::max(stated, count_) : stated);
+    const bool changed = size != size_ || stated != statedCount_;
     size_ = size;
     statedCount_ = stated;
     count_ = CountFrom(known, most);
+    return changed;
 }
 
 /// Goes on from `known` records as long as more of them look like records.

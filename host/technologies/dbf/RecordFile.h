@@ -27,8 +27,11 @@ public:
 
     const std::string& path() const noexcept { return file_->path(); }
 
-    /// Takes the file as it is now: other processes may have appended, changed or cut it.
-    void Refresh();
+    /// Takes the file as it is now: other processes may have appended, changed or cut it. Answers whether its
+    /// size or its stated number of records is another one than before.
+    bool Refresh();
+    /// As Refresh, but keeps blocks in memory as long as size and stated number are the same.
+    bool NoticeGrowth();
 
     /// As of the last Refresh.
     std::uint32_t Count() override { return count_; }

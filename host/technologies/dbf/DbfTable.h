@@ -1,0 +1,83 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/expression/Program.h"
+#include "host/technologies/Table.h"
+#include "host/technologies/Technology.h"
+#include "host/technologies/dbf/CompanionFiles.h"
+#include "host/technologies/dbf/DbfHeader.h"
+#include "host/technologies/dbf/FieldReader.h"
+#include "host/technologies/dbf/MemoFields.h"
+#include "host/technologies/dbf/RecordFile.h"
+#include "host/technologies/dbf/TableLayout.h"
+#include "host/technologies/dbf/cdx/IndexSet.h"
+#include "portable/files/File.h"
+
+namespace zu::dbf {
+
+/// An open DBF file with its memo file and its production index.
+///
+/// Other processes may change the files meanwhile: a selection sees the records as they are when it begins.
+class DbfTable final : public technologies::Table {
+public:
+    /// Opens the table in the file at `path`. Errors: those of the file system (NotFound, AccessDenied,
+    /// Locked) and of DbfHeader::Read. A memo or index file that is missing or unusable is a warning.
+    static std::unique_ptr<DbfTable> Open(files::FileSystem& files, const std::string& path,
+                                          const technologies::TechnologySettings& settings);
+
+    const std::string& name() const noexcept override { return layout_.record.tableName; }
+    const std::vector<technologies::FieldDescription>& fields() const noexcept override {
+        return layout_.descriptions;
+    }
+    std::uint32_t RecordCount() override;
+    bool isUpdateable() const noexcept override { return false; }
+
+    bool IsDeleted(std::uint32_t record) override;
+    void ReadValue(std::uint32_t record, std::size_t field, technologies::Value& out) override;
+
+    const std::vector<technologies::IndexDescription>& indexes() override;
+    std::optional<std::size_t> FindIndex(std::string_view name) override;
+    std::optional<std::size_t> DefaultIndex() override;
+
+    std::vector<std::uint32_t> Select(const technologies::Selection& selection) override;
+    std::vector<std::uint32_t> Seek(std::size_t index,
+                                    const std::vector<technologies::KeyCriterion>& criteria,
+                                    std::uint32_t maxRecords, bool includeDeleted) override;
+
+    const std::vector<std::string>& warnings() const noexcept override { return warnings_; }
+
+    const DbfHeader& header() const noexcept { return header_; }
+    const text::CodePage& codePage() const noexcept { return *layout_.record.codePage; }
+
+private:
+    DbfTable(files::FileSystem& files, const std::string& path, std::unique_ptr<files::File> file,
+             const technologies::TechnologySettings& settings);
+
+    TableLayout MakeLayout(const technologies::TechnologySettings& settings);
+    void WarnAboutCount();
+    void OpenMemos();
+    void OpenIndexes();
+    void Warn(const std::string& text) { warnings_.push_back(path_ + ": " + text); }
+
+    void Refresh();
+    const std::byte* RequireRecord(std::uint32_t record);
+    void RequireIndex(std::size_t index) const;
+
+    files::FileSystem& files_;
+    std::string path_;
+    std::vector<std::string> warnings_;
+    CompanionFiles companions_;
+    DbfHeader header_;
+    TableLayout layout_;
+    RecordFile records_;
+    std::unique_ptr<MemoFields> memos_;
+    std::unique_ptr<cdx::IndexSet> indexes_;
+    bool blankNumbersAreNull_;
+    bool showDeleted_;
+};
+
+}  // namespace zu::dbf
