@@ -30,7 +30,8 @@ namespace zu::com {
 /// A class may have
 ///  - `static CLSID classId()`: then IProvideClassInfo is answered;
 ///  - `static com::DispatchOptions dispatchOptions()`: internal names, interfaces of other libraries;
-///  - `static void adjustDispatchResult(VARIANT&)`: a last change to results of calls by name, for values that
+///  - `static void adjustDispatchResult(VARIANT&)`: a last change to results of calls by name, for values
+///  that
 ///    script engines take in another form than vtable callers;
 ///  - `HRESULT QueryMore(REFIID, void**)` overridden: interfaces that are not in the list. It follows the
 ///  rules
