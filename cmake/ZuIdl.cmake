@@ -35,3 +35,16 @@ function(zu_embed_typelib target)
     target_link_libraries(${target} PRIVATE zu_idl)
     add_dependencies(${target} zu_idl_files)
 endfunction()
+
+# zu_com_server(TARGET LIBRARY...): makes a shared library a COM server: the entry points are exported
+# undecorated, the type libraries embedded, and the file is named after the target alone.
+function(zu_com_server target)
+    target_sources(${target} PRIVATE "${CMAKE_SOURCE_DIR}/com/server.def")
+    target_link_libraries(${target} PRIVATE zu_settings zu_com)
+    set_target_properties(${target} PROPERTIES PREFIX "")
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+        # The entry points are stdcall; the linker takes the decorated names for the plain ones without a word.
+        target_link_options(${target} PRIVATE -Wl,--enable-stdcall-fixup)
+    endif()
+    zu_embed_typelib(${target} ${ARGN})
+endfunction()
