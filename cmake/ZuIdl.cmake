@@ -13,7 +13,8 @@ else()
     set(ZU_WIDL_FLAGS --win32)
 endif()
 set(ZU_IDL_HEADER_ROOT "${CMAKE_BINARY_DIR}/generated")
-set(ZU_TYPELIB_DIR "${CMAKE_BINARY_DIR}/typelib")
+# Cached: the folders of the DLLs use it too, wherever this file was included first.
+set(ZU_TYPELIB_DIR "${CMAKE_BINARY_DIR}/typelib" CACHE INTERNAL "Folder of the built type libraries")
 list(APPEND ZU_WIDL_FLAGS -I "${ZU_WIDL_IDL_DIR}" -I "${CMAKE_SOURCE_DIR}/idl"
     -L "${ZU_WIDL_TLB_DIR}" -L "${ZU_TYPELIB_DIR}")
 
