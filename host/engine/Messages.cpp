@@ -1,0 +1,92 @@
+#include "host/engine/Messages.h"
+
+#include <array>
+
+#include "com/Bstr.h"
+#include "com/ComError.h"
+#include "com/SafeArray.h"
+#include "com/Variant.h"
+#include "host/engine/Log.h"
+
+namespace zu::host {
+namespace {
+
+std::wstring InsertionText(const VARIANT& argument) {
+    const VARIANT& content = com::Dereference(argument);
+    if (content.vt == VT_EMPTY || content.vt == VT_NULL || com::IsMissing(content)) return {};
+    try {
+        return com::Convert(content, VT_BSTR).ToText().str();
+    } catch (const com::ComError&) {
+        return L"?";
+    }
+}
+
+}  // namespace
+
+void Messages::Remember(LONG code, std::wstring_view text) noexcept {
+    try {
+        last_.code = code;
+        last_.text = text;
+    } catch (...) {
+        last_.text.clear();
+    }
+}
+
+void Messages::Trace(std::wstring_view text) noexcept {
+    Log::Instance().Write(LogLevel::Debug, text);
+    if (tracing_) Tell(L"Trace", nullptr, text);
+}
+
+void Messages::Warn(std::wstring_view text) noexcept {
+    Log::Instance().Write(LogLevel::Warning, text);
+    if (tracing_) Tell(L"Trace", nullptr, text);
+}
+
+void Messages::Report(LONG code, std::wstring_view text) noexcept {
+    Remember(code, text);
+    Log::Instance().Write(LogLevel::Error, text);
+    Tell(L"Report", &code, text);
+}
+
+void Messages::Note(LONG code, std::wstring_view text) noexcept {
+    Remember(code, text);
+    Log::Instance().Write(LogLevel::Debug, text);
+}
+
+void Messages::SetListener(IDispatch* listener) noexcept {
+    com::ComPtr<IDispatch> old = com::Share(listener);
+    old.swap(listener_);
+}
+
+void Messages::Tell(const wchar_t* method, const LONG* code, std::wstring_view text) noexcept {
+    if (!listener_ || telling_) return;
+    telling_ = true;
+    try {
+        const com::ComPtr<IDispatch> listener = listener_;
+        std::wstring name = method;
+        LPOLESTR names = name.data();
+        DISPID id = DISPID_UNKNOWN;
+        if (SUCCEEDED(listener->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_INVARIANT, &id))) {
+            const com::Variant textArgument(text);
+            std::array<VARIANTARG, 2> arguments = {textArgument.get(), VARIANTARG{}};
+            if (code) {
+                arguments[1].vt = VT_I4;
+                arguments[1].lVal = *code;
+            }
+            DISPPARAMS parameters{arguments.data(), nullptr, code ? 2U : 1U, 0};
+            listener->Invoke(id, IID_NULL, LOCALE_INVARIANT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
+                             nullptr);
+        }
+    } catch (...) {  // NOLINT(bugprone-empty-catch): telling somebody must not make a failure worse
+    }
+    telling_ = false;
+}
+
+std::vector<std::wstring> InsertionsOf(SAFEARRAY* arguments) {
+    std::vector<std::wstring> texts;
+    for (const com::Variant& argument : com::ReadArguments(arguments))
+        texts.push_back(InsertionText(argument));
+    return texts;
+}
+
+}  // namespace zu::host

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "com/ComPtr.h"
+
+namespace zu::host {
+
+/// What went wrong last on a thread.
+struct LastError {
+    LONG code = 0;
+    std::wstring text;
+};
+
+/// The messages of one thread: the last error, the log, and the listener that a client may set.
+///
+/// The listener is an object with the methods Report(Code, Text) and Trace(Text); both are optional. What it
+/// answers or raises does not matter here.
+class Messages {
+public:
+    /// A diagnostic text: to the log (level debug) and, while tracing, to the listener.
+    void Trace(std::wstring_view text) noexcept;
+    /// An error that the user must see: last error, log, listener.
+    void Report(LONG code, std::wstring_view text) noexcept;
+    /// A failure that the caller is told by its HRESULT: last error and log (level debug).
+    void Note(LONG code, std::wstring_view text) noexcept;
+    /// Something that was tolerated: log and, while tracing, listener.
+    void Warn(std::wstring_view text) noexcept;
+
+    const LastError& lastError() const noexcept { return last_; }
+    void Forget() noexcept { last_ = {}; }
+
+    bool isTracing() const noexcept { return tracing_; }
+    void SetTracing(bool tracing) noexcept { tracing_ = tracing; }
+    const com::ComPtr<IDispatch>& listener() const noexcept { return listener_; }
+    void SetListener(IDispatch* listener) noexcept;
+
+private:
+    void Remember(LONG code, std::wstring_view text) noexcept;
+    void Tell(const wchar_t* method, const LONG* code, std::wstring_view text) noexcept;
+
+    LastError last_;
+    com::ComPtr<IDispatch> listener_;
+    bool tracing_ = false;
+    bool telling_ = false;  ///< the listener is running: what it causes is not told to it again
+};
+
+/// The insertions of a message as text: Null, Empty and omitted ones are empty texts, references are looked
+/// through, what has no text form shows as "?".
+std::vector<std::wstring> InsertionsOf(SAFEARRAY* arguments);
+
+}  // namespace zu::host

@@ -1,0 +1,154 @@
+#include "host/engine/Routines.h"
+
+#include <array>
+#include <vector>
+
+#include "com/Bstr.h"
+#include "com/ComError.h"
+
+namespace zu::host {
+namespace {
+
+/// What script engines answer for an error that they have told their site about already.
+constexpr HRESULT kReportedToSite = static_cast<HRESULT>(0x80020101);
+
+/// Gives access to the elements of an array for as long as it lives.
+class ArrayElements {
+public:
+    explicit ArrayElements(SAFEARRAY* array) : array_(array) {
+        if (!array_) return;
+        VARTYPE type = VT_EMPTY;
+        if (SafeArrayGetDim(array_) != 1 || FAILED(SafeArrayGetVartype(array_, &type)) || type != VT_VARIANT)
+            throw com::ComError(com::kTypeMismatch, L"The arguments of a routine must be an array of values");
+        LONG upper = -1;
+        com::Check(SafeArrayGetUBound(array_, 1, &upper));
+        // An upper bound of -1 means no arguments, also for an array that has an element numbered -1.
+        if (upper < 0) return;
+        com::Check(SafeArrayAccessData(array_, reinterpret_cast<void**>(&elements_)));
+        count_ = array_->rgsabound[0].cElements;
+    }
+    ArrayElements(const ArrayElements&) = delete;
+    ArrayElements& operator=(const ArrayElements&) = delete;
+    ~ArrayElements() {
+        if (elements_) SafeArrayUnaccessData(array_);
+    }
+
+    std::size_t count() const noexcept { return count_; }
+    VARIANT& operator[](std::size_t index) const noexcept { return elements_[index]; }
+
+private:
+    SAFEARRAY* array_;
+    VARIANT* elements_ = nullptr;
+    std::size_t count_ = 0;
+};
+
+/// The arguments of one call, last first, each a reference so that the routine may write to it.
+class CallArguments {
+public:
+    explicit CallArguments(const ArrayElements& elements) {
+        const std::size_t count = elements.count();
+        VARIANTARG* first = few_.data();
+        if (count > few_.size()) {
+            many_.resize(count);
+            first = many_.data();
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            VARIANTARG& argument = first[count - 1 - i];
+            VARIANT& element = elements[i];
+            if (element.vt & VT_BYREF) {
+                argument = element;
+            } else {
+                argument.vt = VT_BYREF | VT_VARIANT;
+                argument.pvarVal = &element;
+            }
+        }
+        parameters_.rgvarg = count ? first : nullptr;
+        parameters_.cArgs = static_cast<UINT>(count);
+    }
+    CallArguments(const CallArguments&) = delete;
+    CallArguments& operator=(const CallArguments&) = delete;
+
+    DISPPARAMS* parameters() noexcept { return &parameters_; }
+
+private:
+    std::array<VARIANTARG, 10> few_{};
+    std::vector<VARIANTARG> many_;
+    DISPPARAMS parameters_{};
+};
+
+[[noreturn]] void ThrowRaised(HRESULT result, EXCEPINFO& raised, std::wstring_view name) {
+    if (result == DISP_E_EXCEPTION && raised.pfnDeferredFillIn) raised.pfnDeferredFillIn(&raised);
+    const com::Bstr source = com::Bstr::Adopt(raised.bstrSource);
+    const com::Bstr description = com::Bstr::Adopt(raised.bstrDescription);
+    const com::Bstr help = com::Bstr::Adopt(raised.bstrHelpFile);
+    if (result == DISP_E_EXCEPTION) {
+        // wCode is the old, short form of an error number.
+        HRESULT code = raised.scode;
+        if (SUCCEEDED(code)) code = raised.wCode ? static_cast<HRESULT>(0x800A0000 | raised.wCode) : E_FAIL;
+        throw com::ComError(code, description.str(), source.str());
+    }
+    const std::wstring routine = L"Routine " + std::wstring(name);
+    if (result == kReportedToSite) throw com::ComError(result, routine + L" raised an error");
+    if (result == DISP_E_BADPARAMCOUNT || result == E_FAIL)
+        throw com::ComError(result,
+                            routine + L" could not be called: it may take another number of arguments");
+    throw com::ComError(result, routine + L" could not be called");
+}
+
+}  // namespace
+
+void Routines::SetHolder(IDispatch* holder) noexcept {
+    com::ComPtr<IDispatch> old = com::Share(holder);
+    old.swap(holder_);
+    lastName_.clear();
+    com::ComPtr<IDispatch>().swap(lastObject_);
+}
+
+DISPID Routines::Resolve(IDispatch* object, std::wstring_view name) {
+    if (object == lastObject_.get() && name == lastName_) return lastId_;
+    std::wstring copy(name);
+    LPOLESTR text = copy.data();
+    DISPID id = DISPID_UNKNOWN;
+    if (FAILED(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_INVARIANT, &id)) || id == DISPID_UNKNOWN)
+        throw com::ComError(DISP_E_UNKNOWNNAME, L"The script has no routine named \"" + copy + L"\"");
+    lastObject_ = com::Share(object);
+    lastName_ = std::move(copy);
+    lastId_ = id;
+    return id;
+}
+
+bool Routines::Has(std::wstring_view name) {
+    if (!holder_ || name.empty()) return false;
+    std::wstring copy(name);
+    LPOLESTR text = copy.data();
+    DISPID id = DISPID_UNKNOWN;
+    return SUCCEEDED(holder_->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_INVARIANT, &id)) &&
+           id != DISPID_UNKNOWN;
+}
+
+com::ComPtr<IDispatch> Routines::Find(std::wstring_view name) {
+    if (!holder_)
+        throw com::ComError(DISP_E_UNKNOWNNAME,
+                            L"Routine \"" + std::wstring(name) +
+                                L"\" cannot be called: no object with routines was handed to "
+                                L"the engine (RoutineHolder)");
+    const com::ComPtr<IDispatch> holder = holder_;
+    Resolve(holder.get(), name);
+    return holder;
+}
+
+com::Variant Routines::Call(IDispatch* routine, std::wstring_view name, SAFEARRAY* arguments) {
+    // The routine may hand in another holder, or none, while it runs.
+    const com::ComPtr<IDispatch> object = com::Share(com::Required(routine));
+    const DISPID id = Resolve(object.get(), name);
+    const ArrayElements elements(arguments);
+    CallArguments call(elements);
+    com::Variant answer;
+    EXCEPINFO raised{};
+    const HRESULT result = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                          call.parameters(), answer.put(), &raised, nullptr);
+    if (FAILED(result)) ThrowRaised(result, raised, name);
+    return answer;
+}
+
+}  // namespace zu::host

@@ -1,0 +1,80 @@
+#include "host/service/IndexKey.h"
+
+#include <utility>
+
+#include "com/Bstr.h"
+#include "com/ComError.h"
+#include "host/service/FieldSelection.h"
+#include "host/service/ValueConversion.h"
+#include "portable/error/Error.h"
+#include "portable/text/Utf.h"
+
+namespace zu::host {
+namespace {
+
+bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
+    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
+                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
+}
+
+bool IsBlank(std::wstring_view text) noexcept {
+    return text.find_first_not_of(L' ') == std::wstring_view::npos;
+}
+
+}  // namespace
+
+IndexKey::IndexKey(std::shared_ptr<technologies::Table> table, std::size_t index)
+    : table_(std::move(table)), index_(index), description_(table_->indexes().at(index)) {
+    for (const technologies::KeyPart& part : description_.parts) {
+        parts_.emplace_back();
+        parts_.back().name = com::AsWide(text::ToUtf16(part.name));
+    }
+}
+
+std::size_t IndexKey::Locate(const VARIANT& index) const {
+    const std::string key = "Index " + description_.name + " of table " + table_->name();
+    if (const auto name = com::TextOf(index)) {
+        for (std::size_t i = 0; i < parts_.size(); ++i)
+            if (SameName(parts_[i].name, *name)) return i;
+        throw Error(ErrorKind::NotFound,
+                    key + " has no key field \"" + text::ToUtf8(com::AsUtf16(*name)) + "\"");
+    }
+    const auto number = WholeNumber(index);
+    if (!number)
+        throw com::ComError(com::kTypeMismatch, L"A key field is asked for by its name or its number");
+    if (*number < 0 || static_cast<std::size_t>(*number) >= parts_.size())
+        throw Error(ErrorKind::NotFound, key + " has no key field " + std::to_string(*number) +
+                                             ", there are " + std::to_string(parts_.size()) +
+                                             " counted from 0");
+    return static_cast<std::size_t>(*number);
+}
+
+void IndexKey::SetPartValue(std::size_t part, const VARIANT& value) {
+    Part& target = parts_.at(part);
+    target.value = com::Variant(value);
+    target.loaded = true;
+}
+
+std::optional<std::vector<technologies::KeyCriterion>> IndexKey::Criteria() const {
+    std::vector<technologies::KeyCriterion> criteria;
+    for (std::size_t i = 0; i < parts_.size() && parts_[i].loaded; ++i) {
+        const Part& part = parts_[i];
+        const bool isFirst = i == 0;
+        const auto text = com::TextOf(part.value);
+        if (isFirst &&
+            (part.value.type() == VT_EMPTY || com::IsMissing(part.value) || (text && IsBlank(*text))))
+            return criteria;
+        try {
+            criteria.push_back({KeyFromVariant(part.value, PartType(i)), part.exact});
+        } catch (const com::ComError& error) {
+            throw com::ComError(error.code(),
+                                L"Key field " + part.name + L" of index " +
+                                    std::wstring(com::AsWide(text::ToUtf16(description_.name))) + L": " +
+                                    error.description());
+        }
+        if (criteria.back().value.kind == technologies::Value::Kind::Null) return std::nullopt;
+    }
+    return criteria;
+}
+
+}  // namespace zu::host

@@ -1,0 +1,141 @@
+#include "host/service/RecordVariable.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "com/Bstr.h"
+#include "com/ComError.h"
+#include "host/service/DataView.h"
+#include "portable/text/Utf.h"
+
+namespace zu::host {
+namespace {
+
+constexpr wchar_t kTableName[] = L"(record variable)";
+
+std::shared_ptr<VariableRecords> NoRecords() {
+    return std::make_shared<VariableRecords>(kTableName, ViewFields(), 0);
+}
+
+com::ComPtr<ZuDataField> FieldOf(ZuDataFields& fields, LONG number) {
+    com::ComPtr<ZuDataField> field;
+    com::Check(fields.get_Item(com::Variant(number), field.put()));
+    com::Required(field.get());
+    return field;
+}
+
+LONG CountOf(ZuDataFields& fields) {
+    LONG count = 0;
+    com::Check(fields.get_Count(&count));
+    return count;
+}
+
+com::ComPtr<ZuDataFields> FieldsOf(ZuDataView& view) {
+    com::ComPtr<ZuDataFields> fields;
+    com::Check(view.get_Fields(fields.put()));
+    com::Required(fields.get());
+    return fields;
+}
+
+com::Bstr NameOf(ZuDataField& field) {
+    com::Bstr name;
+    com::Check(field.get_Name(name.put()));
+    return name;
+}
+
+ViewField Describe(ZuDataField& field) {
+    technologies::FieldDescription description;
+    description.name = text::ToUtf8(com::AsUtf16(NameOf(field).view()));
+    LONG type = 0;
+    LONG size = 0;
+    LONG decimals = 0;
+    LONG width = 0;
+    LONG alignment = 0;
+    com::Check(field.get_Type(&type));
+    com::Check(field.get_Size(&size));
+    com::Check(field.get_Decimals(&decimals));
+    com::Check(field.get_DisplayWidth(&width));
+    com::Check(field.get_Alignment(&alignment));
+    description.type = static_cast<technologies::FieldType>(type);
+    description.size = size;
+    description.decimals = decimals;
+    description.displayWidth = width;
+    description.rightAligned = alignment == 1;
+    description.nullable = true;
+    return ViewField(std::move(description));
+}
+
+}  // namespace
+
+ViewFields FieldsOfView(ZuDataView& view) {
+    const com::ComPtr<ZuDataFields> fields = FieldsOf(view);
+    ViewFields described;
+    const LONG count = CountOf(*fields);
+    for (LONG i = 0; i < count; ++i)
+        described.push_back(Describe(*FieldOf(*fields, i)));
+    return described;
+}
+
+RecordVariable::RecordVariable() : ViewMembers(std::make_shared<ViewCursor>(NoRecords())) {}
+
+HRESULT RecordVariable::get_Initialised(VARIANT_BOOL* Result) noexcept {
+    return GuardedResult(Result, [&] { return com::ToVariantBool(variable_ != nullptr); });
+}
+
+HRESULT RecordVariable::get_Layout(IDispatch** Result) noexcept {
+    return GuardedResult(Result, [&] {
+        return MakeView(std::make_shared<VariableRecords>(kTableName, cursor()->fields(), 0)).detach();
+    });
+}
+
+HRESULT RecordVariable::get_Records(LONG* Result) noexcept {
+    return GuardedResult(Result, [&] { return cursor()->Count(); });
+}
+
+HRESULT RecordVariable::get_FieldValue(VARIANT Index, VARIANT* Result) noexcept {
+    return GuardedResult(Result, [&] { return cursor()->Read(cursor()->Locate(Index)).detach(); });
+}
+
+HRESULT RecordVariable::put_FieldValue(VARIANT Index, VARIANT Value) noexcept {
+    return Guarded([&] { cursor()->Write(cursor()->Locate(Index), Value); });
+}
+
+HRESULT RecordVariable::Assign(IDispatch* Values, VARIANT_BOOL* Result) noexcept {
+    return GuardedResult(Result, [&] {
+        const com::ComPtr<ZuDataView> view = com::Share(Values).as<ZuDataView>();
+        const com::ComPtr<ZuDataFields> source = FieldsOf(*view);
+        bool assigned = false;
+        const LONG count = CountOf(*source);
+        for (LONG i = 0; i < count; ++i) {
+            const com::ComPtr<ZuDataField> field = FieldOf(*source, i);
+            const std::size_t target = FindField(cursor()->fields(), NameOf(*field).view());
+            if (target == kNoField) continue;
+            com::Variant value;
+            com::Check(field->get_Value(value.put()));
+            cursor()->Write(target, value);
+            assigned = true;
+        }
+        return com::ToVariantBool(assigned);
+    });
+}
+
+HRESULT RecordVariable::Initialise(IDispatch* Layout, LONG Records, VARIANT_BOOL* Result) noexcept {
+    return GuardedResult(Result, [&] {
+        const com::ComPtr<ZuDataView> layout = com::Share(Layout).as<ZuDataView>();
+        if (Records < 1 || Records > kMostRecords) return VARIANT_FALSE;
+        auto records = std::make_shared<VariableRecords>(kTableName, FieldsOfView(*layout),
+                                                         static_cast<std::size_t>(Records));
+        Show(std::make_shared<ViewCursor>(records));
+        variable_ = std::move(records);
+        return VARIANT_TRUE;
+    });
+}
+
+HRESULT RecordVariable::Reset() noexcept {
+    return Guarded([&] {
+        if (variable_) variable_->Reset();
+        cursor()->MoveFirst();
+    });
+}
+
+}  // namespace zu::host

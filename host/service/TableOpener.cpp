@@ -1,0 +1,101 @@
+#include "host/service/TableOpener.h"
+
+#include <windows.h>
+
+#include "com/Bstr.h"
+#include "host/engine/EngineState.h"
+#include "host/engine/SettingsStore.h"
+#include "host/service/TableReuse.h"
+#include "host/service/TechnologyCatalogue.h"
+#include "portable/error/Error.h"
+#include "portable/text/Utf.h"
+
+namespace zu::host {
+namespace {
+
+std::string Utf8(std::wstring_view text) {
+    return text::ToUtf8(com::AsUtf16(text));
+}
+
+std::wstring CurrentFolder() {
+    std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
+    folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
+    return folder;
+}
+
+technologies::TechnologySettings TechnologySettingsOf(const Settings& settings) {
+    technologies::TechnologySettings result;
+    result.dataFolder = Utf8(settings.dataFolder.empty() ? CurrentFolder() : settings.dataFolder);
+    result.codePage = settings.codePage;
+    result.showDeleted = settings.showDeleted;
+    result.blankNumbersAreNull = settings.blankNumbersAreNull;
+    return result;
+}
+
+/// What tells one open table from another: the names, and the settings that it was opened with.
+std::string ReuseName(const DatabaseName& name, const std::string& table,
+                      const technologies::TechnologySettings& settings) {
+    const std::string options = std::to_string(settings.codePage) + (settings.showDeleted ? "D" : "-") +
+                                (settings.blankNumbersAreNull ? "N" : "-");
+    std::string key;
+    for (const std::string* part :
+         {&name.technology, &name.database, &table, &settings.dataFolder, &options}) {
+        key += *part;
+        key += '\n';
+    }
+    return key;
+}
+
+std::unique_ptr<technologies::Technology> Make(const std::string& name,
+                                               const technologies::TechnologySettings& settings) {
+    auto technology = TechnologyCatalogue::Make(name, settings);
+    if (technology) return technology;
+    std::string known;
+    for (const std::string& each : TechnologyCatalogue::Names())
+        known += (known.empty() ? "" : ", ") + each;
+    throw Error(ErrorKind::NotFound, "There is no database technology \"" + name + "\", known are: " + known);
+}
+
+std::unique_ptr<technologies::Table> OpenNew(const DatabaseName& name, const std::string& table,
+                                             const technologies::TechnologySettings& settings) {
+    try {
+        auto opened = Make(name.technology, settings)->OpenTable(name.database, table);
+        Messages& messages = EngineState::Current().messages;
+        for (const std::string& warning : opened->warnings())
+            messages.Warn(com::AsWide(text::ToUtf16("Table " + opened->name() + ": " + warning)));
+        return opened;
+    } catch (const Error& error) {
+        throw Error(error.kind(), "Cannot open table \"" + table + "\" of database \"" + name.technology +
+                                      "|" + name.database + "\": " + error.what());
+    }
+}
+
+}  // namespace
+
+DatabaseName SplitDatabaseName(std::wstring_view name) {
+    const auto bar = name.find(L'|');
+    DatabaseName result;
+    if (bar != std::wstring_view::npos) {
+        result.technology = Utf8(name.substr(0, bar));
+        name.remove_prefix(bar + 1);
+    }
+    if (result.technology.empty())
+        result.technology = Utf8(SettingsStore::Instance().Get().defaultTechnology);
+    result.database = Utf8(name);
+    return result;
+}
+
+std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name) {
+    return Make(name, TechnologySettingsOf(SettingsStore::Instance().Get()));
+}
+
+std::shared_ptr<technologies::Table> OpenTableByName(std::wstring_view database, std::wstring_view table) {
+    const Settings settings = SettingsStore::Instance().Get();
+    const technologies::TechnologySettings technologySettings = TechnologySettingsOf(settings);
+    const DatabaseName name = SplitDatabaseName(database);
+    const std::string tableName = Utf8(table);
+    return TableReuse::Instance().Open(ReuseName(name, tableName, technologySettings), settings.reuseTables,
+                                       [&] { return OpenNew(name, tableName, technologySettings); });
+}
+
+}  // namespace zu::host

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "host/service/RecordSet.h"
+#include "host/technologies/Table.h"
+
+namespace zu::host {
+
+/// Records of a table by their numbers; values are read when they are asked for. Keeps the table open.
+class TableRecords final : public RecordSet {
+public:
+    /// `chosen`: the positions of the view's fields in the table.
+    TableRecords(std::shared_ptr<technologies::Table> table, std::vector<std::size_t> chosen,
+                 std::vector<std::uint32_t> numbers);
+
+    const std::wstring& tableName() const noexcept override { return tableName_; }
+    const ViewFields& fields() const noexcept override { return fields_; }
+    std::size_t Count() override { return numbers_.size(); }
+    void Read(std::size_t record, std::size_t field, technologies::Value& out) override;
+    std::uint32_t RecordNumber(std::size_t record) override { return numbers_.at(record); }
+    bool IsDeleted(std::size_t record) override;
+
+private:
+    std::shared_ptr<technologies::Table> table_;
+    std::vector<std::size_t> chosen_;
+    std::vector<std::uint32_t> numbers_;
+    std::wstring tableName_;
+    ViewFields fields_;
+};
+
+}  // namespace zu::host
