@@ -14,7 +14,7 @@ namespace {
 
 using technologies::Value;
 
-/// Twice the Julian day of 2450-01-01: the descending form of every usual date is a positive number.
+/// Twice the Julian day of 2449-12-31: the descending form of every usual date is a positive number.
 constexpr std::int32_t kDescendingDays = 5231808;
 constexpr double kDayMilliseconds = 86'400'000;
 
