@@ -35,9 +35,9 @@ com::ComPtr<IDispatch> EngineContext::Routine(BSTR name) const {
     return routine;
 }
 
-bool EngineContext::CallRoutine(IDispatch* routine, BSTR name, SAFEARRAY*& arguments) const {
+bool EngineContext::CallRoutine(IDispatch* routine, BSTR name, SAFEARRAY** arguments) const {
     VARIANT_BOOL goOn = VARIANT_FALSE;
-    Check(Required(engine_.get())->CallRoutine(routine, name, &arguments, &goOn));
+    Check(Required(engine_.get())->CallRoutine(routine, name, arguments, &goOn));
     return goOn != VARIANT_FALSE;
 }
 

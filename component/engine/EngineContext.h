@@ -31,7 +31,7 @@ public:
     /// The script's routine of this name. The engine fails when there is none.
     com::ComPtr<IDispatch> Routine(BSTR name) const;
     /// Runs a routine. True: go on with the next record.
-    bool CallRoutine(IDispatch* routine, BSTR name, SAFEARRAY*& arguments) const;
+    bool CallRoutine(IDispatch* routine, BSTR name, SAFEARRAY** arguments) const;
 
 private:
     com::ComPtr<ZuEngineContext> engine_;

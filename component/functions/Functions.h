@@ -10,6 +10,9 @@ namespace zu::component {
 /// S_OK.
 class Functions final : public com::DualObject<Functions, _Functions> {
 public:
+    static CLSID classId() noexcept { return __uuidof(::Functions); }
+    static com::DispatchOptions dispatchOptions() noexcept;
+
     // OpenAndSelect.cpp
     STDMETHODIMP DbfOpen(VARIANT TableDefn, _ZuDbRef** Result) override;
     STDMETHODIMP DbfSelect(VARIANT TableDefn, BSTR Condition, VARIANT* FieldNames, LONG MaxRecords,

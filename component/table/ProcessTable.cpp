@@ -11,7 +11,7 @@ void ProcessTable(const TableReference& table, BSTR routineName, const VARIANT& 
     com::ComPtr<ZuDataView> view = table.FilterFlagged(condition, limits);
     if (!view) return;
     RecordLoop loop(Engine().context(), DataView(std::move(view)), routineName);
-    RoutineArguments copies(arguments);
+    com::SafeArray copies = RoutineArguments(arguments);
     try {
         loop.Run(copies);
     } catch (...) {

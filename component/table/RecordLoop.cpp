@@ -14,7 +14,7 @@ RecordLoop::RecordLoop(const EngineContext& context, DataView view, BSTR routine
       routineName_(com::View(routineName)),
       routine_(context.Routine(routineName_.get())) {}
 
-void RecordLoop::Run(RoutineArguments& arguments) {
+void RecordLoop::Run(com::SafeArray& arguments) {
     const Variant savedView = context_.Save(viewItem_);
     const Variant savedNumber = context_.Save(numberItem_);
     context_.Set(viewItem_, Variant(static_cast<IDispatch*>(view_.get())));
@@ -25,9 +25,9 @@ void RecordLoop::Run(RoutineArguments& arguments) {
     context_.Set(numberItem_, savedNumber);
 }
 
-bool RecordLoop::ProcessRecord(RoutineArguments& arguments) {
+bool RecordLoop::ProcessRecord(com::SafeArray& arguments) {
     context_.Set(numberItem_, Variant(LONG{processed_ + 1}));
-    if (!context_.CallRoutine(routine_.get(), routineName_.get(), arguments.array())) return false;
+    if (!context_.CallRoutine(routine_.get(), routineName_.get(), arguments.address())) return false;
     ++processed_;
     return true;
 }

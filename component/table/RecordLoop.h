@@ -1,13 +1,11 @@
 #pragma once
 
-#include <span>
-
 #include "com/Bstr.h"
 #include "com/ComPtr.h"
+#include "com/SafeArray.h"
 #include "com/Variant.h"
 #include "component/engine/EngineContext.h"
 #include "component/table/DataView.h"
-#include "component/table/RoutineArguments.h"
 
 namespace zu::component {
 
@@ -20,13 +18,13 @@ public:
 
     /// Runs until the view ends or the routine answers False. An error ends it where it is: the context items
     /// then stay as they are, and the error goes to the caller.
-    void Run(RoutineArguments& arguments);
+    void Run(com::SafeArray& arguments);
 
     /// Records for which the routine has answered True so far.
     LONG processed() const noexcept { return processed_; }
 
 private:
-    bool ProcessRecord(RoutineArguments& arguments);
+    bool ProcessRecord(com::SafeArray& arguments);
 
     const EngineContext& context_;
     DataView view_;

@@ -8,6 +8,19 @@ namespace zu::component {
 
 using com::Variant;
 
+namespace {
+
+/// Internal operations that scripts of old know by name; only the component itself may call them.
+constexpr const wchar_t* kFriends[] = {L"DataBaseName", L"TableName",    L"SetDefinition", L"Open",
+                                       L"Table",        L"CurrentIndex", L"FilterFlagged", L"LookupFlagged",
+                                       L"CreateTable",  L"DropTable"};
+
+}  // namespace
+
+com::DispatchOptions ZuDbRef::dispatchOptions() noexcept {
+    return {kFriends, {}};
+}
+
 STDMETHODIMP ZuDbRef::OpenIndex(BSTR* Indexname, VARIANT_BOOL* Result) {
     return Trapped(
         Result, [&] { return Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex(); });

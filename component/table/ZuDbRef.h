@@ -11,6 +11,9 @@ namespace zu::component {
 /// reference().
 class ZuDbRef final : public com::DualObject<ZuDbRef, _ZuDbRef> {
 public:
+    static CLSID classId() noexcept { return __uuidof(::ZuDbRef); }
+    static com::DispatchOptions dispatchOptions() noexcept;
+
     TableReference& reference() noexcept { return reference_; }
 
     STDMETHODIMP OpenIndex(BSTR* Indexname, VARIANT_BOOL* Result) override;

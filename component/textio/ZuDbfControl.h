@@ -9,6 +9,8 @@ namespace zu::component {
 /// The import and export formats that a text file function works with.
 class ZuDbfControl final : public com::DualObject<ZuDbfControl, _ZuDbfControl> {
 public:
+    static CLSID classId() noexcept { return __uuidof(::ZuDbfControl); }
+
     STDMETHODIMP get_ImportFormats(_ZuImportFormats** Result) override { return NotBuilt(Result); }
     STDMETHODIMP get_ExportFormats(_ZuExportFormats** Result) override { return NotBuilt(Result); }
 };

@@ -9,6 +9,8 @@ namespace zu::component {
 /// How values are written to a text file.
 class ZuExportFormat final : public com::DualObject<ZuExportFormat, _ZuExportFormat> {
 public:
+    static CLSID classId() noexcept { return __uuidof(::ZuExportFormat); }
+
     STDMETHODIMP get_Name(BSTR* Result) override { return NotBuilt(Result); }
     STDMETHODIMP get_DateFormat(DateMaskConstants* Result) override { return NotBuilt(Result); }
     STDMETHODIMP put_DateFormat(DateMaskConstants) override { return E_NOTIMPL; }

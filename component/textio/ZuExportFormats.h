@@ -9,6 +9,8 @@ namespace zu::component {
 /// The export formats of a control, in the order in which they were added.
 class ZuExportFormats final : public com::DualObject<ZuExportFormats, _ZuExportFormats> {
 public:
+    static CLSID classId() noexcept { return __uuidof(::ZuExportFormats); }
+
     STDMETHODIMP get_Count(LONG* Result) override { return NotBuilt(Result); }
     STDMETHODIMP get_Item(VARIANT, _ZuExportFormat** Result) override { return NotBuilt(Result); }
     STDMETHODIMP get_NewEnum(IUnknown** Result) override { return NotBuilt(Result); }

@@ -9,6 +9,8 @@ namespace zu::component {
 /// How the lines of a text file are read.
 class ZuImportFormat final : public com::DualObject<ZuImportFormat, _ZuImportFormat> {
 public:
+    static CLSID classId() noexcept { return __uuidof(::ZuImportFormat); }
+
     STDMETHODIMP get_Name(BSTR* Result) override { return NotBuilt(Result); }
     STDMETHODIMP get_BooleanLength(LONG* Result) override { return NotBuilt(Result); }
     STDMETHODIMP put_BooleanLength(LONG) override { return E_NOTIMPL; }
