@@ -37,17 +37,19 @@ protected:
     }
 
     struct Process {
-        Process(files::FileSystem& system, Durability durability) : journal(system, kJournal, durability) {
-            const files::OpenOptions options{files::Access::ReadWrite, files::Creation::OpenExisting, false};
-            table = system.Open(kTable, options);
-            memo = system.Open(kMemo, options);
-            index = system.Open(kIndex, options);
+        Process(files::FileSystem& system, Durability durability)
+            : table(system.Open(kTable, kOptions)),
+              memo(system.Open(kMemo, kOptions)),
+              index(system.Open(kIndex, kOptions)),
+              journal(system, kJournal, *table, durability) {
             parts[Part::Table] = table.get();
             parts[Part::Memo] = memo.get();
             parts[Part::Index] = index.get();
         }
-        Journal journal;
+        static constexpr files::OpenOptions kOptions{files::Access::ReadWrite, files::Creation::OpenExisting,
+                                                     false};
         std::unique_ptr<files::File> table, memo, index;
+        Journal journal;
         PartFiles parts;
     };
 
@@ -219,8 +221,26 @@ TEST_P(JournalTest, LetsOneProcessChangeTheTableAtATime) {
     EXPECT_TRUE(first.journal.TryEnter());
 }
 
+TEST_P(JournalTest, TheLastToCloseTheTableRemovesTheJournal) {
+    auto first = std::make_unique<Process>(system, GetParam());
+    auto second = std::make_unique<Process>(system, GetParam());
+    EXPECT_FALSE(memory.Exists(kJournal)) << "a table that is only read has no journal";
+    for (Process* process : {first.get(), second.get()}) {
+        ASSERT_TRUE(process->journal.TryEnter());
+        process->journal.Commit(Change(), process->parts);
+        process->journal.Leave();
+    }
+    EXPECT_TRUE(memory.Exists(kJournal));
+    first.reset();
+    EXPECT_TRUE(memory.Exists(kJournal));
+    second.reset();
+    EXPECT_FALSE(memory.Exists(kJournal));
+}
+
 TEST_P(JournalTest, OnlyTheHolderOfTheGateWrites) {
     Process process(system, GetParam());
+    ASSERT_TRUE(process.journal.TryEnter());
+    process.journal.Leave();
     const std::string before = State();
     EXPECT_THROW(process.journal.Commit(Change(), process.parts), Error);
     EXPECT_EQ(State(), before);
@@ -245,7 +265,7 @@ TEST_P(JournalTest, ADamagedJournalUndoesNothing) {
         ASSERT_TRUE(process.journal.TryEnter());
         EXPECT_FALSE(process.journal.Recover(process.parts)) << "byte " << i;
         EXPECT_EQ(State(), torn) << "byte " << i;
-        EXPECT_FALSE(process.journal.IsHot());
+        EXPECT_FALSE(process.journal.IsHot()) << "byte " << i;
     }
     for (std::size_t length = 0; length < hot.size(); ++length) {
         memory.Put(kJournal, std::span(hot).first(length));

@@ -12,7 +12,9 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 24;
 constexpr std::uint64_t kMark = 0x00314C4E524A555AULL;  // "ZUJRNL1\0" read as a little-endian number
+// Bytes of the table file that no data and no other program's lock can reach.
 constexpr std::uint64_t kGateOffset = 0x7FFFFFFFFFFF0000ULL;
+constexpr std::uint64_t kUsersOffset = kGateOffset + 1;
 // A journal of a large change is cut back afterwards; a small one keeps its room for the next change.
 constexpr std::uint64_t kKeepSize = 1U << 20;
 
@@ -90,34 +92,66 @@ void ReadFully(const files::File& file, std::uint64_t offset, std::span<std::byt
 
 }  // namespace
 
-Journal::Journal(files::FileSystem& system, std::string path, Durability durability)
-    : system_(system), path_(std::move(path)), durability_(durability) {
-    if (!system_.Exists(path_)) {
-        try {
-            file_ = system_.Open(path_, {files::Access::ReadWrite, files::Creation::CreateNew, false});
-            return;
-        } catch (const Error& error) {
-            // Another process was faster; its journal is ours too.
-            if (error.kind() != ErrorKind::AlreadyExists) throw;
-        }
-    }
-    file_ = system_.Open(path_, {files::Access::ReadWrite, files::Creation::OpenExisting, false});
-}
+Journal::Journal(files::FileSystem& system, std::string path, files::File& table, Durability durability)
+    : system_(system), path_(std::move(path)), table_(table), durability_(durability) {}
 
 Journal::~Journal() {
+    try {
+        RemoveWhenLast();
+    } catch (...) {
+        // A journal that stays behind is empty, or holds what the next one to open the table must undo.
+        static_cast<void>(std::current_exception());
+    }
     Leave();
+}
+
+void Journal::Open() {
+    using files::Creation;
+    const auto creation = system_.Exists(path_) ? Creation::OpenExisting : Creation::CreateNew;
+    file_ = system_.Open(path_, {files::Access::ReadWrite, creation, false});
+    // Whoever wants this byte alone does so inside the gate, where we are.
+    if (!table_.TryLock(kUsersOffset, 1, files::LockMode::Shared)) {
+        file_.reset();
+        throw Error(ErrorKind::Locked,
+                    "The table of the journal " + path_ + " is being closed by another process.");
+    }
+}
+
+void Journal::RemoveWhenLast() {
+    if (!file_) return;
+    table_.Unlock(kUsersOffset, 1);
+    if (!inside_ && !table_.TryLock(kGateOffset, 1, files::LockMode::Exclusive)) return;
+    inside_ = true;
+    if (IsHot() || !table_.TryLock(kUsersOffset, 1, files::LockMode::Exclusive)) return;
+    file_.reset();
+    try {
+        system_.Remove(path_);
+    } catch (const Error&) {
+        // It is empty and does no harm where it is.
+        static_cast<void>(std::current_exception());
+    }
+    table_.Unlock(kUsersOffset, 1);
 }
 
 bool Journal::TryEnter() {
     if (inside_) throw Error(ErrorKind::Internal, "a change of this table is under way already");
-    inside_ = file_->TryLock(kGateOffset, 1, files::LockMode::Exclusive);
-    return inside_;
+    if (!table_.TryLock(kGateOffset, 1, files::LockMode::Exclusive)) return false;
+    inside_ = true;
+    if (!file_) {
+        try {
+            Open();
+        } catch (...) {
+            Leave();
+            throw;
+        }
+    }
+    return true;
 }
 
 void Journal::Leave() noexcept {
     if (!std::exchange(inside_, false)) return;
     try {
-        file_->Unlock(kGateOffset, 1);
+        table_.Unlock(kGateOffset, 1);
     } catch (...) {
         // The lock goes with the handle at the latest; there is nobody to tell here.
         static_cast<void>(std::current_exception());

@@ -33,12 +33,14 @@ enum class Durability { Process, PowerCut };
 ///                      the old bytes
 /// A body that does not fit its checksum was never finished; nothing was overwritten then.
 ///
-/// One byte far behind the end of the journal is locked while a change is under way: the gate. Every writer
+/// The gate is a byte far behind the end of the table file, locked while a change is under way. Every writer
 /// passes it first, so that there is one change at a time and nobody builds on a change that must be undone.
+/// A second byte is held in common by all who have the journal open; the last of them removes the file.
 class Journal {
 public:
-    /// Opens or creates the journal of a table. `files` must outlive it.
-    Journal(files::FileSystem& system, std::string path, Durability durability);
+    /// The journal at `path` of the table in `table`. Both must outlive it. Nothing is opened or made before
+    /// the first change.
+    Journal(files::FileSystem& system, std::string path, files::File& table, Durability durability);
     ~Journal();
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
@@ -65,8 +67,12 @@ private:
     static void Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path);
     void Empty();
 
+    void Open();
+    void RemoveWhenLast();
+
     files::FileSystem& system_;
     std::string path_;
+    files::File& table_;
     Durability durability_;
     std::unique_ptr<files::File> file_;
     std::vector<std::byte> buffer_;  // header and body of the change under way; kept for its memory
