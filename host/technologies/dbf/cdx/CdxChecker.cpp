@@ -1,6 +1,5 @@
 #include "host/technologies/dbf/cdx/CdxChecker.h"
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -107,11 +106,6 @@ void CheckDirectory(CdxFile& file, const TagHeader& header, PageUse& use, Findin
 
 }  // namespace
 
-std::string Finding::Describe() const {
-    std::string where = tag.empty() ? "index file" : "tag " + tag;
-    return where + ", page at offset " + std::to_string(page) + ": " + text;
-}
-
 std::vector<Finding> CheckCdx(CdxFile& file, const IndexContext& context) {
     std::vector<Finding> all;
     FindingList whole(all, "");
@@ -142,11 +136,6 @@ std::vector<Finding> CheckCdx(CdxFile& file, const IndexContext& context) {
         whole.Fault(0, error.what());
     }
     return all;
-}
-
-bool HasFaults(const std::vector<Finding>& findings) noexcept {
-    return std::any_of(findings.begin(), findings.end(),
-                       [](const Finding& finding) { return finding.weight == Finding::Weight::Fault; });
 }
 
 }  // namespace zu::dbf::cdx

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "host/technologies/dbf/cdx/CdxChecker.h"
+#include "host/technologies/dbf/cdx/Finding.h"
 
 namespace zu::dbf::cdx {
 
