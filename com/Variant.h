@@ -38,6 +38,8 @@ public:
     }
 
     explicit Variant(std::wstring_view text);
+    /// A literal; without this one it would become a truth value.
+    explicit Variant(const wchar_t* text) : Variant(std::wstring_view(text)) {}
     explicit Variant(bool value) noexcept;
     explicit Variant(LONG value) noexcept;
     explicit Variant(SHORT value) noexcept;
