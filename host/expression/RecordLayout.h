@@ -47,7 +47,7 @@ struct RecordLayout {
 
 /// Fetches the content of a Memo field for a record.
 class MemoReader {
-  public:
+public:
     virtual ~MemoReader() = default;
     /// Puts the content into `out`, in the code page's bytes; false when there is none.
     virtual bool Read(std::size_t field, const std::byte* record, std::string& out) = 0;
