@@ -8,6 +8,7 @@
 #include "host/technologies/dbf/TableWriter.h"
 #include "portable/calendar/Calendar.h"
 #include "portable/text/Utf.h"
+#include "samples/generator/LastChange.h"
 #include "samples/generator/Random.h"
 #include "samples/generator/Words.h"
 
@@ -108,7 +109,8 @@ void WriteBenchOrders(files::FileSystem& system, const std::string& folder, std:
                             {"PAID", 'L', 1, 0},
                             {"RATE", 'N', 10, 4},
                             {"NOTE", 'C', 60, 0},
-                            {"CODE", 'C', 8, 0}});
+                            {"CODE", 'C', 8, 0}},
+                           kLastChange);
     std::unique_ptr<TextFile> text;
     if (asText) text = std::make_unique<TextFile>(system, folder + "/orders.csv");
 

@@ -2,6 +2,7 @@
 
 #include "host/technologies/dbf/TableWriter.h"
 #include "portable/calendar/Calendar.h"
+#include "samples/generator/LastChange.h"
 #include "samples/generator/Random.h"
 #include "samples/generator/Words.h"
 
@@ -74,7 +75,8 @@ void WriteCustomers(files::FileSystem& system, const std::string& folder, std::u
                             {"COUNTRY", 'C', 2, 0},
                             {"SINCE", 'D', 8, 0},
                             {"CREDIT", 'N', 12, 2},
-                            {"ACTIVE", 'L', 1, 0}});
+                            {"ACTIVE", 'L', 1, 0}},
+                           kLastChange);
     const std::int32_t opening = calendar::ToJulianDay({2011, 3, 1});
 
     Random random(20110301);

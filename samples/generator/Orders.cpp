@@ -2,6 +2,7 @@
 
 #include "host/technologies/dbf/TableWriter.h"
 #include "portable/calendar/Calendar.h"
+#include "samples/generator/LastChange.h"
 #include "samples/generator/Random.h"
 #include "samples/generator/Words.h"
 
@@ -54,7 +55,8 @@ void WriteOrders(files::FileSystem& system, const std::string& folder, std::uint
                             {"WEIGHT", 'B', 8, 3},
                             {"PAID", 'L', 1, 0},
                             {"CHANGED", 'T', 8, 0},
-                            {"NOTE", 'M', 4, 0}});
+                            {"NOTE", 'M', 4, 0}},
+                           kLastChange);
     const std::int32_t opening = calendar::ToJulianDay({2019, 1, 2});
     constexpr std::int32_t kDays = 2550;
 
