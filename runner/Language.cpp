@@ -26,23 +26,32 @@ std::wstring Lowered(std::wstring_view text) {
     return result;
 }
 
-// Words as the eye sees them: runs of letters and digits. Texts in quotes and comments are left out, because
-// they may hold anything.
+// The code without its texts in double quotes, which may hold anything.
+std::wstring WithoutTexts(std::wstring_view code) {
+    std::wstring bare;
+    bool inText = false;
+    for (const wchar_t character : code) {
+        if (character == L'"') {
+            inText = !inText;
+            bare += L' ';
+        } else if (character == L'\n') {
+            inText = false;
+        }
+        if (!inText && character != L'"') bare += character;
+    }
+    return bare;
+}
+
+// Runs of letters and digits, in small letters.
 std::vector<std::wstring> WordsOf(std::wstring_view code) {
     std::vector<std::wstring> words;
     std::wstring word;
-    wchar_t quote = 0;
     for (const wchar_t character : code) {
-        if (quote) {
-            if (character == quote || character == L'\n') quote = 0;
-            continue;
-        }
         if (std::iswalnum(character) || character == L'_') {
             word += static_cast<wchar_t>(std::towlower(character));
-            continue;
+        } else if (!word.empty()) {
+            words.push_back(std::exchange(word, {}));
         }
-        if (!word.empty()) words.push_back(std::exchange(word, {}));
-        if (character == L'"') quote = character;
     }
     if (!word.empty()) words.push_back(word);
     return words;
@@ -89,14 +98,14 @@ std::optional<Language> LanguageByExtension(std::wstring_view path) {
 }
 
 Language GuessLanguage(std::wstring_view code) {
-    int jscript = 0;
+    const std::wstring bare = WithoutTexts(code);
+    int jscript = JScriptSigns(bare);
     int vbscript = 0;
-    for (const std::wstring& word : WordsOf(code)) {
+    for (const std::wstring& word : WordsOf(bare)) {
         if (IsOneOf(word, {L"var", L"typeof", L"undefined", L"switch"})) jscript += 2;
         if (IsOneOf(word, {L"dim", L"sub", L"then", L"end", L"wend", L"elseif", L"redim", L"nothing"}))
             vbscript += 2;
     }
-    jscript += JScriptSigns(code);
     return jscript > vbscript ? Language::JScript : Language::VBScript;
 }
 

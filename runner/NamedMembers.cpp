@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "com/ComError.h"
+#include "com/EnumVariant.h"
 #include "runner/DispatchCall.h"
-#include "runner/ElementEnumerator.h"
 #include "runner/ExceptionInfo.h"
 
 namespace zu::runner {
@@ -95,10 +95,13 @@ com::Variant NamedMembers::Call(DISPID id, WORD flags, const CallArguments& argu
 
 com::Variant NamedMembers::Enumerate() const {
     if (!elements_) throw com::ComError(DISP_E_MEMBERNOTFOUND);
+    com::Sequence sequence = [elements = elements_()](ULONG position) {
+        return position < elements.size() ? std::optional(elements[position]) : std::nullopt;
+    };
     VARIANT result;
     VariantInit(&result);
     result.vt = VT_UNKNOWN;
-    result.punkVal = MakeUnknown<ElementEnumerator>(elements_()).detach();
+    result.punkVal = com::EnumVariant::Make(std::move(sequence)).detach();
     return com::Variant::Adopt(result);
 }
 

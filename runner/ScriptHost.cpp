@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "runner/ErrorTexts.h"
+#include "runner/ExceptionInfo.h"
 #include "runner/ScriptSource.h"
 
 namespace zu::runner {
@@ -11,6 +12,15 @@ namespace {
 // What the parse and run calls answer for an error that OnScriptError has told already.
 constexpr HRESULT kAlreadyReported = static_cast<HRESULT>(0x80020101);
 constexpr DWORD_PTR kSourceCookie = 1;
+
+// An error without a position, from what a parse or run call answers.
+ScriptError ErrorOf(HRESULT code, EXCEPINFO& exception) {
+    const com::ComError error = ErrorOfCall(code, exception);
+    ScriptError result;
+    result.code = error.code();
+    result.description = error.description();
+    return result;
+}
 
 com::ComPtr<IActiveScript> CreateEngine(Language language) {
     CLSID id{};
@@ -53,14 +63,13 @@ void ScriptHost::Run(const ScriptSource& source) {
     parsing_ = true;
     HRESULT code = parser_->ParseScriptText(source.text().c_str(), nullptr, nullptr, nullptr, kSourceCookie,
                                             0, SCRIPTTEXT_ISVISIBLE, nullptr, &exception);
+    // Some engines answer that they have reported an error, and have not.
+    if (FAILED(code) && !failed_) ReportError(ErrorOf(code, exception));
     parsing_ = false;
+    if (FAILED(code)) return;
     // Top-level code runs here; before that, the engine has only read it.
-    if (SUCCEEDED(code)) code = engine_->SetScriptState(SCRIPTSTATE_CONNECTED);
-    if (FAILED(code) && code != kAlreadyReported && !failed_ && !stopped_) {
-        ScriptError error;
-        error.code = code;
-        ReportError(error);
-    }
+    code = engine_->SetScriptState(SCRIPTSTATE_CONNECTED);
+    if (FAILED(code) && !failed_) ReportError(ErrorOf(code, exception));
 }
 
 void ScriptHost::ReportError(ScriptError error) {
@@ -68,8 +77,8 @@ void ScriptHost::ReportError(ScriptError error) {
     if (stopped_) return;
     failed_ = true;
     if (error.description.empty()) {
-        const bool unexplainedSyntax = parsing_ && error.code == E_FAIL;
-        error.description = unexplainedSyntax ? L"Syntax error" : ScriptErrorText(error.code);
+        const bool unexplained = error.code == E_FAIL || error.code == kAlreadyReported;
+        error.description = parsing_ && unexplained ? L"Syntax error" : ScriptErrorText(error.code);
     }
     lastError_ = error;
     report_(error);

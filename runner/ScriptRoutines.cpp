@@ -52,9 +52,18 @@ HRESULT ScriptRoutines::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPP
     if (!target) return CO_E_OBJNOTCONNECTED;
     const HRESULT code =
         target->Invoke(id, IID_NULL, locale, flags, parameters, result, exception, badArgument);
-    if (code != kAlreadyReported || !exception || !host_ || !host_->lastError()) return code;
-    Fill(*exception, *host_->lastError());
-    return DISP_E_EXCEPTION;
+    if (!exception || !host_) return code;
+    if (code == kAlreadyReported && host_->lastError()) {
+        Fill(*exception, *host_->lastError());
+        return DISP_E_EXCEPTION;
+    }
+    if (code == E_FAIL && parameters) {
+        // VBScript says no more than this when a routine takes another number of arguments.
+        Fill(*exception, {E_FAIL, L"the routine cannot be called with " + std::to_wstring(parameters->cArgs) +
+                                      L" argument(s)"});
+        return DISP_E_EXCEPTION;
+    }
+    return code;
 }
 
 }  // namespace zu::runner

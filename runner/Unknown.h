@@ -11,10 +11,6 @@
 
 namespace zu::runner {
 
-// Interfaces of the system have no virtual destructors: objects go by Release alone.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-
 /// IUnknown for the runner's own objects: counted references, and the listed interfaces by their identifiers.
 /// Make them with MakeUnknown.
 template <class Primary, class... Others>
@@ -49,8 +45,6 @@ protected:
 private:
     std::atomic<ULONG> count_{1};
 };
-
-#pragma GCC diagnostic pop
 
 /// A new object of such a class, owned by the answered pointer.
 template <class T, class... Arguments>
