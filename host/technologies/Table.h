@@ -2,12 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "host/technologies/RecordEdit.h"
 #include "host/technologies/Value.h"
+#include "portable/error/Error.h"
 
 namespace zu::technologies {
 
@@ -49,9 +52,9 @@ struct KeyCriterion {
 
 /// What to select from a table.
 struct Selection {
-    std::u16string condition;           ///< blank: all records
-    std::optional<std::size_t> index;   ///< records come in this index's order; none: record order
-    std::uint32_t maxRecords = 0;       ///< 0: no limit
+    std::u16string condition;          ///< blank: all records
+    std::optional<std::size_t> index;  ///< records come in this index's order; none: record order
+    std::uint32_t maxRecords = 0;      ///< 0: no limit
     bool includeDeleted = false;
 };
 
@@ -59,7 +62,7 @@ struct Selection {
 ///
 /// A table belongs to one thread.
 class Table {
-  public:
+public:
     virtual ~Table() = default;
 
     virtual const std::string& name() const noexcept = 0;
@@ -82,9 +85,19 @@ class Table {
     virtual std::vector<std::uint32_t> Seek(std::size_t index, const std::vector<KeyCriterion>& criteria,
                                             std::uint32_t maxRecords, bool includeDeleted) = 0;
 
-    /// The files are as they were when the table was opened, so that what it holds in memory still counts and the
-    /// open table may serve a further request. A technology that cannot tell answers false.
+    /// The files are as they were when the table was opened, so that what it holds in memory still counts and
+    /// the open table may serve a further request. A technology that cannot tell answers false.
     virtual bool IsCurrent() { return false; }
+
+    /// Begins to change a record, or a new blank one. NotFound when there is no such record; AccessDenied
+    /// when the table may only be read; Unsupported by technologies that do not write.
+    virtual std::unique_ptr<RecordEdit> EditRecord(std::uint32_t record) {
+        static_cast<void>(record);
+        throw Error(ErrorKind::Unsupported, "The table " + name() + " can only be read.");
+    }
+    virtual std::unique_ptr<RecordEdit> NewRecord() {
+        throw Error(ErrorKind::Unsupported, "The table " + name() + " can only be read.");
+    }
 
     /// What had to be tolerated when the table was opened (missing memo file, wrong count, ...), UTF-8.
     virtual const std::vector<std::string>& warnings() const noexcept = 0;

@@ -15,11 +15,15 @@ struct TechnologySettings {
     unsigned codePage = 1252;  ///< for tables that carry no code page mark
     bool showDeleted = false;  ///< selections keep deleted records also without being asked
     bool blankNumbersAreNull = false;
+    unsigned lockWait = 5000;        ///< milliseconds that a lock of another process is waited for
+    bool clipperLocks = false;       ///< locks as Clipper programs take them; false: as FoxPro does
+    bool survivePowerCut = false;    ///< confirmed changes are on the disk, not only with the system
+    bool allowStaleIndexes = false;  ///< write also when an index cannot be kept up to date
 };
 
 /// A kind of database: the one door from the database service to files.
 class Technology {
-  public:
+public:
     virtual ~Technology() = default;
 
     /// The name in front of the "|" of a database name, e.g. "DBF".

@@ -5,6 +5,7 @@
 #include "host/technologies/dbf/CodePageChoice.h"
 #include "host/technologies/dbf/DbfFormat.h"
 #include "host/technologies/dbf/RecordSelector.h"
+#include "host/technologies/dbf/write/DbfRecordEdit.h"
 #include "portable/error/Error.h"
 #include "portable/files/Path.h"
 
@@ -42,10 +43,33 @@ std::string ReadLine(files::FileSystem& files, const std::string& path) {
     return std::string(text.substr(0, text.find_first_of("\r\n")));
 }
 
+write::WriteSettings WriteSettingsOf(const technologies::TechnologySettings& settings) {
+    write::WriteSettings result;
+    result.scheme = settings.clipperLocks ? locking::LockScheme::Clipper : locking::LockScheme::FoxPro;
+    result.wait = std::chrono::milliseconds(settings.lockWait);
+    result.durability =
+        settings.survivePowerCut ? transaction::Durability::PowerCut : transaction::Durability::Process;
+    result.staleTags = settings.allowStaleIndexes ? cdx::StaleTags::Allow : cdx::StaleTags::Refuse;
+    return result;
+}
+
+/// Undoes what a process that died in the middle of a change has left.
+void Recover(files::FileSystem& files, const std::string& path) {
+    write::TablePaths paths;
+    paths.table = path;
+    if (!transaction::Journal::MayHoldChange(files, paths.journal())) return;
+    CompanionFiles companions(files, path);
+    paths.memo = companions.Find(".fpt");
+    if (!paths.memo) paths.memo = companions.Find(".dbt");
+    paths.index = companions.Find(".cdx");
+    write::RecoverTable(files, paths);
+}
+
 }  // namespace
 
 std::unique_ptr<DbfTable> DbfTable::Open(files::FileSystem& files, const std::string& path,
                                          const technologies::TechnologySettings& settings) {
+    Recover(files, path);
     return std::unique_ptr<DbfTable>(new DbfTable(files, path, files.Open(path, {}), settings));
 }
 
@@ -58,7 +82,9 @@ DbfTable::DbfTable(files::FileSystem& files, const std::string& path, std::uniqu
       layout_(MakeLayout(settings)),
       records_(std::move(file), header_),
       blankNumbersAreNull_(settings.blankNumbersAreNull),
-      showDeleted_(settings.showDeleted) {
+      showDeleted_(settings.showDeleted),
+      writeSettings_(WriteSettingsOf(settings)) {
+    paths_.table = path;
     WarnAboutCount();
     OpenMemos();
     OpenIndexes();
@@ -105,6 +131,7 @@ void DbfTable::OpenMemos() {
         if (!path) continue;
         found = true;
         file = MemoFile::Open(files_.Open(*path, {}), candidate.format, warnings_);
+        if (file) paths_.memo = *path;
         break;
     }
     if (!found) Warn("the memo file is missing; memo fields are read as null.");
@@ -128,6 +155,7 @@ void DbfTable::OpenIndexes() {
                    "records.");
         return;
     }
+    paths_.index = *path;
     try {
         indexes_ = cdx::IndexSet::Open(files_.Open(*path, {}),
                                        cdx::IndexContext{layout_.record, records_, name(), codePage()});
@@ -140,12 +168,50 @@ void DbfTable::OpenIndexes() {
 }
 
 void DbfTable::Refresh() {
-    if (records_.Refresh() && indexes_) indexes_->Refresh();
+    NoticeIndexes(records_.Refresh());
+}
+
+void DbfTable::NoticeChanges() {
+    NoticeIndexes(records_.NoticeGrowth());
+}
+
+// An index whose counter stands still while records came was left behind by their writer, unless they are
+// ours.
+void DbfTable::NoticeIndexes(bool recordsChanged) {
+    if (!indexes_ || indexes_->RefreshIfChanged() || !recordsChanged) return;
+    if (!writeFiles_) indexes_->Refresh();
 }
 
 std::uint32_t DbfTable::RecordCount() {
-    if (records_.NoticeGrowth() && indexes_) indexes_->Refresh();
+    NoticeChanges();
     return records_.Count();
+}
+
+bool DbfTable::isUpdateable() const noexcept {
+    // What the file system says of the files shows when they are opened for writing.
+    return header_.isConsistent && !header_.version.dBase7 && !header_.version.encrypted &&
+           header_.version.known && (indexes_ != nullptr || !paths_.index);
+}
+
+write::EditedTable DbfTable::Writable() {
+    if (!isUpdateable())
+        throw Error(ErrorKind::Unsupported,
+                    "The table " + name() + " can only be read: " +
+                        (header_.isConsistent ? "tables of its kind are not written"
+                                              : "its fields and its record length contradict each other") +
+                        ".");
+    if (!writeFiles_)
+        writeFiles_ = std::make_unique<write::WriteFiles>(files_, paths_, header_, writeSettings_);
+    return {header_, layout_, records_, memos_.get(), indexes_.get(), *writeFiles_, blankNumbersAreNull_};
+}
+
+std::unique_ptr<technologies::RecordEdit> DbfTable::EditRecord(std::uint32_t record) {
+    const write::EditedTable table = Writable();
+    return std::make_unique<write::DbfRecordEdit>(table, record, RequireRecord(record));
+}
+
+std::unique_ptr<technologies::RecordEdit> DbfTable::NewRecord() {
+    return std::make_unique<write::DbfRecordEdit>(Writable());
 }
 
 const std::byte* DbfTable::RequireRecord(std::uint32_t record) {
@@ -211,7 +277,7 @@ std::vector<std::uint32_t> DbfTable::Select(const technologies::Selection& selec
 std::vector<std::uint32_t> DbfTable::Seek(std::size_t index,
                                           const std::vector<technologies::KeyCriterion>& criteria,
                                           std::uint32_t maxRecords, bool includeDeleted) {
-    if (records_.NoticeGrowth() && indexes_) indexes_->Refresh();
+    NoticeChanges();
     RequireIndex(index);
     RecordSelector selector(records_, indexes_.get(), includeDeleted || showDeleted_, maxRecords);
     std::vector<std::uint32_t> found;

@@ -15,6 +15,8 @@
 #include "host/technologies/dbf/RecordFile.h"
 #include "host/technologies/dbf/TableLayout.h"
 #include "host/technologies/dbf/cdx/IndexSet.h"
+#include "host/technologies/dbf/write/EditedTable.h"
+#include "host/technologies/dbf/write/WriteFiles.h"
 #include "portable/files/File.h"
 
 namespace zu::dbf {
@@ -34,7 +36,7 @@ public:
         return layout_.descriptions;
     }
     std::uint32_t RecordCount() override;
-    bool isUpdateable() const noexcept override { return false; }
+    bool isUpdateable() const noexcept override;
 
     bool IsDeleted(std::uint32_t record) override;
     void ReadValue(std::uint32_t record, std::size_t field, technologies::Value& out) override;
@@ -47,6 +49,9 @@ public:
     std::vector<std::uint32_t> Seek(std::size_t index,
                                     const std::vector<technologies::KeyCriterion>& criteria,
                                     std::uint32_t maxRecords, bool includeDeleted) override;
+
+    std::unique_ptr<technologies::RecordEdit> EditRecord(std::uint32_t record) override;
+    std::unique_ptr<technologies::RecordEdit> NewRecord() override;
 
     const std::vector<std::string>& warnings() const noexcept override { return warnings_; }
 
@@ -63,7 +68,11 @@ private:
     void OpenIndexes();
     void Warn(const std::string& text) { warnings_.push_back(path_ + ": " + text); }
 
+    /// The files, opened for writing when they are first needed so.
+    write::EditedTable Writable();
     void Refresh();
+    void NoticeChanges();
+    void NoticeIndexes(bool recordsChanged);
     const std::byte* RequireRecord(std::uint32_t record);
     void RequireIndex(std::size_t index) const;
 
@@ -78,6 +87,9 @@ private:
     std::unique_ptr<cdx::IndexSet> indexes_;
     bool blankNumbersAreNull_;
     bool showDeleted_;
+    write::WriteSettings writeSettings_;
+    write::TablePaths paths_;
+    std::unique_ptr<write::WriteFiles> writeFiles_;
 };
 
 }  // namespace zu::dbf

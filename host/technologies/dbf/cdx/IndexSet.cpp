@@ -66,6 +66,24 @@ public:
         Load();
     }
 
+    bool RefreshIfChanged() {
+        file_.Refresh();
+        if (Counter() == counter_) return false;
+        Load();
+        return true;
+    }
+
+    std::unique_ptr<IndexUpdate> BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes) {
+        RefreshIfChanged();
+        return std::make_unique<IndexUpdate>(file_, tags_, context_.tableName, staleTags, changes);
+    }
+
+    // The tags are what they were: only pages changed, and the counter with them.
+    void TakeOwnChange() {
+        file_.Refresh();
+        counter_ = Counter();
+    }
+
     const std::vector<technologies::IndexDescription>& descriptions() const noexcept { return descriptions_; }
 
     void Walk(std::size_t index, const Take& take) {
@@ -148,9 +166,13 @@ private:
         return "index \"" + description.name + "\" of table \"" + context_.tableName + "\"";
     }
 
+    // What other writers step with every change; zero in a file that is too short to be an index.
+    std::uint32_t Counter() { return file_.size() < kHeaderSize ? 0 : file_.Header(0).counter; }
+
     void Load() {
         tags_.clear();
         fileWarning_.clear();
+        counter_ = Counter();
         try {
             for (const DirectoryEntry& entry : ReadTagDirectory(file_)) {
                 tags_.push_back(std::make_unique<OpenTag>(file_, entry, context_));
@@ -255,6 +277,7 @@ private:
     std::vector<std::unique_ptr<OpenTag>> tags_;
     std::vector<technologies::IndexDescription> descriptions_;
     std::string fileWarning_;
+    std::uint32_t counter_ = 0;  ///< of the file as the tags were read
 };
 
 std::unique_ptr<IndexSet> IndexSet::Open(std::unique_ptr<files::File> file, const IndexContext& context) {
@@ -306,6 +329,18 @@ bool IndexSet::Candidates(const expression::Program& condition, std::vector<std:
 
 void IndexSet::Refresh() {
     implementation_->Refresh();
+}
+
+bool IndexSet::RefreshIfChanged() {
+    return implementation_->RefreshIfChanged();
+}
+
+std::unique_ptr<IndexUpdate> IndexSet::BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes) {
+    return implementation_->BeginUpdate(staleTags, changes);
+}
+
+void IndexSet::TakeOwnChange() {
+    implementation_->TakeOwnChange();
 }
 
 std::vector<std::string> IndexSet::warnings() const {

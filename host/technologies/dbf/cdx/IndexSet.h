@@ -12,6 +12,7 @@
 #include "host/expression/Program.h"
 #include "host/technologies/Table.h"
 #include "host/technologies/dbf/cdx/IndexContext.h"
+#include "host/technologies/dbf/cdx/IndexUpdate.h"
 #include "portable/files/File.h"
 
 namespace zu::dbf::cdx {
@@ -59,6 +60,16 @@ public:
     /// Takes the file and the table as they are now: to be called when another process may have changed them.
     /// Descriptions are made anew; a tag that was not usable may be so now, and the other way round.
     void Refresh();
+
+    /// As Refresh, but only when another process has changed the file since it was read last. Answers whether
+    /// it has.
+    bool RefreshIfChanged();
+
+    /// Begins the index's share in a change of records. The caller holds the index lock. Errors: those of
+    /// IndexUpdate.
+    std::unique_ptr<IndexUpdate> BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes);
+    /// The change that was begun last is in the file now.
+    void TakeOwnChange();
 
     /// What had to be tolerated, UTF-8, one text for each tag that is not used.
     std::vector<std::string> warnings() const;

@@ -158,9 +158,24 @@ void Journal::Leave() noexcept {
     }
 }
 
-bool Journal::IsHot() const {
+bool Journal::HasMark(const files::File& file) {
     std::byte mark[8]{};
-    return file_->ReadAt(0, mark) == sizeof mark && GetAt(mark) == kMark;
+    return file.ReadAt(0, mark) == sizeof mark && GetAt(mark) == kMark;
+}
+
+bool Journal::IsHot() const {
+    return HasMark(*file_);
+}
+
+bool Journal::MayHoldChange(files::FileSystem& system, const std::string& path) {
+    if (!system.Exists(path)) return false;
+    try {
+        return HasMark(*system.Open(path, {}));
+    } catch (const Error& error) {
+        // Its last user has just removed it.
+        if (error.kind() == ErrorKind::NotFound) return false;
+        throw;
+    }
 }
 
 bool Journal::Recover(const PartFiles& parts) {

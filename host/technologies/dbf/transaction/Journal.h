@@ -61,7 +61,12 @@ public:
 
     const std::string& path() const noexcept { return path_; }
 
+    /// There is a journal file at `path` that looks as if it had a change to undo. Nothing is locked or
+    /// changed; whether it has is known inside the gate only.
+    static bool MayHoldChange(files::FileSystem& system, const std::string& path);
+
 private:
+    static bool HasMark(const files::File& file);
     void Note(const ChangeSet& changes, const PartFiles& parts);
     static void Apply(const ChangeSet& changes, const PartFiles& parts);
     static void Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "host/technologies/dbf/locking/FileLock.h"
+#include "host/technologies/dbf/transaction/ChangeSet.h"
+#include "host/technologies/dbf/write/WriteFiles.h"
+
+namespace zu::dbf::write {
+
+/// One change of a table from its first lock to its last write.
+///
+/// The gate is passed first; then locks are taken in one order for everybody: header, records ascending,
+/// memo, index. All of them are released when the object goes, whether the change was committed or not.
+class Change {
+public:
+    /// Waits for the gate. Errors: Locked, and those of undoing what another process left half-done.
+    explicit Change(WriteFiles& files);
+    ~Change();
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+
+    /// A change of a process that died was undone on the way in: whoever holds copies must read again.
+    bool undoneOther() const noexcept { return undoneOther_; }
+
+    void LockHeader();
+    void LockRecord(std::uint32_t number);
+    void LockMemo();
+    void LockIndex();
+
+    transaction::ChangeSet& writes() noexcept { return writes_; }
+    /// Makes all writes or none.
+    void Commit();
+
+private:
+    void Take(files::File& file, const locking::LockRanges& ranges, const std::string& what);
+
+    WriteFiles& files_;
+    bool undoneOther_;
+    transaction::ChangeSet writes_;
+    std::vector<locking::FileLock> locks_;
+};
+
+}  // namespace zu::dbf::write
