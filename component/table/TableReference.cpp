@@ -43,8 +43,8 @@ bool TableReference::Open(const VARIANT& tableDefn) noexcept {
     if (!com::IsMissing(tableDefn) && !SetDefinition(tableDefn)) return false;
     try {
         // The service gets copies: it takes the names by reference, and this object keeps what was defined.
-        Bstr dataBaseName = dataBaseName_;
-        Bstr tableName = tableName_;
+        Bstr dataBaseName(dataBaseName_.view());
+        Bstr tableName(tableName_.view());
         ComPtr<IDispatch> table;
         Check(Engine().data().DatabaseService()->OpenTable(dataBaseName.address(), tableName.address(),
                                                            table.put()));
@@ -110,8 +110,8 @@ ComPtr<IDispatch> TableReference::Layout() const {
 
 bool TableReference::CreateTable(const VARIANT& tableDefn, IDispatch* layout, DataFieldList* index) {
     if (!com::IsMissing(tableDefn) && !SetDefinition(tableDefn)) return false;
-    Bstr dataBaseName = dataBaseName_;
-    Bstr tableName = tableName_;
+    Bstr dataBaseName(dataBaseName_.view());
+    Bstr tableName(tableName_.view());
     VARIANT_BOOL created = VARIANT_FALSE;
     Check(Engine().data().DatabaseService()->CreateTable(dataBaseName.address(), tableName.address(), layout,
                                                          index, &created));
@@ -120,8 +120,8 @@ bool TableReference::CreateTable(const VARIANT& tableDefn, IDispatch* layout, Da
 
 bool TableReference::DropTable(const VARIANT& tableDefn) {
     if (!com::IsMissing(tableDefn) && !SetDefinition(tableDefn)) return false;
-    Bstr dataBaseName = dataBaseName_;
-    Bstr tableName = tableName_;
+    Bstr dataBaseName(dataBaseName_.view());
+    Bstr tableName(tableName_.view());
     VARIANT_BOOL dropped = VARIANT_FALSE;
     Check(
         Engine().data().DatabaseService()->DropTable(dataBaseName.address(), tableName.address(), &dropped));

@@ -22,8 +22,9 @@ com::DispatchOptions ZuDbRef::dispatchOptions() noexcept {
 }
 
 STDMETHODIMP ZuDbRef::OpenIndex(BSTR* Indexname, VARIANT_BOOL* Result) {
-    return Trapped(
-        Result, [&] { return Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex(); });
+    return Trapped(Result, [&] {
+        return Indexname && *Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex();
+    });
 }
 
 STDMETHODIMP ZuDbRef::CloseTable() {

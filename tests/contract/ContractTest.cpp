@@ -21,6 +21,10 @@ Calls Opened(const std::string& database, const std::string& table) {
             "ZuDatabaseService.OpenTable(\"" + database + "\", \"" + table + "\")"};
 }
 
+Calls OpenedThen(const Calls& rest) {
+    return Opened("X|d", "t") + rest;
+}
+
 Calls operator+(Calls first, const Calls& second) {
     first.insert(first.end(), second.begin(), second.end());
     return first;

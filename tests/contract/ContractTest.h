@@ -21,6 +21,8 @@ using Calls = std::vector<std::string>;
 
 /// The calls by which a table is opened on a definition that states its technology.
 Calls Opened(const std::string& database, const std::string& table);
+/// The same for the definition that most tests use, X|d>t, and what follows.
+Calls OpenedThen(const Calls& rest);
 Calls operator+(Calls first, const Calls& second);
 
 /// An object of the component, created by its name.

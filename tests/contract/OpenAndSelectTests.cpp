@@ -36,7 +36,7 @@ TEST_F(OpenAndSelect, DbfOpenWithAMissingDefinitionOpensTheEmptyNames) {
 TEST_F(OpenAndSelect, DbfSelectOpensFiltersAndLetsTheTableGo) {
     const ComPtr<ZuDataView> view = Select(L"X|d>t", L"A>1");
     ASSERT_TRUE(view);
-    EXPECT_EQ(TakeCalls(), Opened("X|d", "t") + Calls{"DataTable.Select(\"A>1\", I4 0, 0, missing)"});
+    EXPECT_EQ(TakeCalls(), OpenedThen({"DataTable.Select(\"A>1\", I4 0, 0, missing)"}));
     EXPECT_EQ(LiveObjects(), 1u);
     LONG count = 0;
     EXPECT_EQ(view->get_RecordCount(0, &count), S_OK);
@@ -69,8 +69,8 @@ TEST_F(OpenAndSelect, DbfSelectIsNoObjectForWhatCannotBeOpened) {
 
 TEST_F(OpenAndSelect, DbfCountSelectsNoFieldsAndAsksForTheCount) {
     EXPECT_EQ(Count(L"X|d>t", L"A>1"), 3);
-    EXPECT_EQ(TakeCalls(), Opened("X|d", "t") + Calls{"DataTable.Select(\"A>1\", I4 0, 0, I2 0)",
-                                                      "ZuDataView.RecordCount(0)"});
+    EXPECT_EQ(TakeCalls(),
+              OpenedThen({"DataTable.Select(\"A>1\", I4 0, 0, I2 0)", "ZuDataView.RecordCount(0)"}));
     EXPECT_EQ(LiveObjects(), 0u);
 }
 
@@ -108,17 +108,16 @@ TEST_F(OpenAndSelect, DbfLookupOpensTheDefaultIndexAndSeeksTheKey) {
     const ComPtr<ZuDataView> view = Lookup(Variant(L"SMITH"));
     ASSERT_TRUE(view);
     EXPECT_EQ(TakeCalls(),
-              Opened("X|d", "t") +
-                  Calls{"DataTable.OpenIndex(\"\")", "DataTable.CurrentIndex(0)", "DataIndex.KeyFields()",
-                        "DataKeyFields.Count()", "DataKeyFields.Item(I4 0)", "ZuEngineData.ToBoolean(True)",
-                        "DataKeyField.Exact(#0 = True)", "DataKeyField.Value(#0 = \"SMITH\")",
-                        "DataTable.Seek(<index 1>, 0, 1, 0, missing)"});
+              OpenedThen({"DataTable.OpenIndex(\"\")", "DataTable.CurrentIndex(0)", "DataIndex.KeyFields()",
+                          "DataKeyFields.Count()", "DataKeyFields.Item(I4 0)", "ZuEngineData.ToBoolean(True)",
+                          "DataKeyField.Exact(#0 = True)", "DataKeyField.Value(#0 = \"SMITH\")",
+                          "DataTable.Seek(<index 1>, 0, 1, 0, missing)"}));
     EXPECT_EQ(LiveObjects(), 1u);
 }
 
 TEST_F(OpenAndSelect, DbfLookupSelectsByAConditionWithoutAnIndex) {
     EXPECT_TRUE(Lookup(Variant(L"AMOUNT>100")));
-    EXPECT_EQ(TakeCalls(), Opened("X|d", "t") + Calls{"DataTable.Select(\"AMOUNT>100\", I4 1, 0, missing)"});
+    EXPECT_EQ(TakeCalls(), OpenedThen({"DataTable.Select(\"AMOUNT>100\", I4 1, 0, missing)"}));
 }
 
 TEST_F(OpenAndSelect, EachOfTheFourCharactersMakesACondition) {
@@ -191,9 +190,8 @@ TEST_F(OpenAndSelect, DbfLookupHandsFieldNamesAndMaxRecordsOn) {
 TEST_F(OpenAndSelect, DbfLookupGoesOnWhenTheIndexDoesNotOpen) {
     Scene().opensIndex = false;
     EXPECT_TRUE(Lookup(Variant(L"SMITH")));
-    EXPECT_EQ(TakeCalls(),
-              Opened("X|d", "t") + Calls{"DataTable.OpenIndex(\"\")", "DataTable.CurrentIndex(0)",
-                                         "DataTable.Select(\"\", I4 1, 0, missing)"});
+    EXPECT_EQ(TakeCalls(), OpenedThen({"DataTable.OpenIndex(\"\")", "DataTable.CurrentIndex(0)",
+                                       "DataTable.Select(\"\", I4 1, 0, missing)"}));
     Journal::OfThread().FailOn("DataTable.OpenIndex");
     EXPECT_TRUE(Lookup(Variant(L"SMITH")));
 }

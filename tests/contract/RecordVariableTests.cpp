@@ -27,9 +27,8 @@ protected:
 TEST_F(RecordVariable, IsInitialisedFromTheLayoutOfTheTable) {
     const ComPtr<ZuDataView> variable = Declare();
     ASSERT_TRUE(variable);
-    EXPECT_EQ(TakeCalls(),
-              Opened("X|d", "t") + Calls{"DataTable.Layout()", "ZuEngineData.NewRecordVariable()",
-                                         "ZuRecordVariable.Initialise(<view 1>, 1)"});
+    EXPECT_EQ(TakeCalls(), OpenedThen({"DataTable.Layout()", "ZuEngineData.NewRecordVariable()",
+                                       "ZuRecordVariable.Initialise(<view 1>, 1)"}));
     EXPECT_EQ(LiveObjects(), 1u) << "only the variable is left";
     EXPECT_TRUE(variable.tryAs<ZuRecordVariable>());
 }

@@ -16,7 +16,12 @@ public:
     STDMETHODIMP put_Exact(VARIANT_BOOL value) override;
 
 private:
-    std::string Lead() const { return "#" + std::to_string(number_) + " "; }
+    std::string Lead() const {
+        std::string lead("#");
+        lead += std::to_string(number_);
+        lead += " ";
+        return lead;
+    }
 
     LONG number_;
 };

@@ -13,7 +13,7 @@ void Journal::Clear() {
     calls_.clear();
     outcomes_.clear();
     countdown_ = 0;
-    faultPlayed_ = false;
+    faultyOperation_.clear();
     lastNumber_.clear();
 }
 
@@ -28,13 +28,13 @@ void Journal::FailAt(int n, HRESULT failure) {
     countdown_ = n;
     atCountdown_ = Outcome::kFails;
     failure_ = failure;
-    faultPlayed_ = false;
+    faultyOperation_.clear();
 }
 
 void Journal::AnswerNothingAt(int n) {
     countdown_ = n;
     atCountdown_ = Outcome::kIsNothing;
-    faultPlayed_ = false;
+    faultyOperation_.clear();
 }
 
 void Journal::FailOn(const std::string& operation, HRESULT failure) {
@@ -51,7 +51,7 @@ Outcome Journal::Enter(const std::string& operation, const std::string& argument
     Outcome outcome = Outcome::kRuns;
     if (const auto found = outcomes_.find(operation); found != outcomes_.end()) outcome = found->second;
     if (countdown_ > 0 && --countdown_ == 0) outcome = atCountdown_;
-    if (outcome != Outcome::kRuns) faultPlayed_ = true;
+    if (outcome != Outcome::kRuns) faultyOperation_ = operation;
     return outcome;
 }
 

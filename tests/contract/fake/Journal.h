@@ -36,7 +36,9 @@ public:
     void FailOn(const std::string& operation, HRESULT failure = E_FAIL);
     void AnswerNothingOn(const std::string& operation);
     /// Whether a fault was played since it was asked for.
-    bool faultPlayed() const { return faultPlayed_; }
+    bool faultPlayed() const { return !faultyOperation_.empty(); }
+    /// The operation that the last fault was played on.
+    const std::string& faultyOperation() const { return faultyOperation_; }
     HRESULT failure() const { return failure_; }
 
     /// Records a call, and says what is to become of it.
@@ -57,7 +59,7 @@ private:
     int countdown_ = 0;
     Outcome atCountdown_ = Outcome::kRuns;
     HRESULT failure_ = E_FAIL;
-    bool faultPlayed_ = false;
+    std::string faultyOperation_;
     std::map<const void*, std::string> labels_;
     std::map<std::string, int> lastNumber_;
 };

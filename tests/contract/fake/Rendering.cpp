@@ -15,6 +15,14 @@ std::string Narrow(std::wstring_view text) {
     return result;
 }
 
+/// Pieces put together. (Operators on temporaries make this compiler see overlaps where there are none.)
+template <class... Pieces>
+std::string Joined(const Pieces&... pieces) {
+    std::string text;
+    (text.append(pieces), ...);
+    return text;
+}
+
 std::string Converted(const VARIANT& value) {
     VARIANT text;
     VariantInit(&text);
@@ -41,31 +49,31 @@ std::string ShowContent(const VARIANT& value) {
         case VT_UNKNOWN:
             return Show(value.punkVal);
         case VT_I2:
-            return "I2 " + Converted(value);
+            return Joined("I2 ", Converted(value));
         case VT_I4:
-            return "I4 " + Converted(value);
+            return Joined("I4 ", Converted(value));
         case VT_R8:
-            return "R8 " + Converted(value);
+            return Joined("R8 ", Converted(value));
         default:
-            return "VT" + std::to_string(value.vt) + " " + Converted(value);
+            return Joined("VT", std::to_string(value.vt), " ", Converted(value));
     }
 }
 
 }  // namespace
 
 std::string Show(const VARIANT& value) {
-    if (value.vt == (VT_BYREF | VT_VARIANT)) return "&" + Show(*value.pvarVal);
+    if (value.vt == (VT_BYREF | VT_VARIANT)) return Joined("&", Show(*value.pvarVal));
     if (value.vt & VT_ARRAY) {
         const bool reference = (value.vt & VT_BYREF) != 0;
-        return (reference ? "&" : "") + Show(reference ? *value.pparray : value.parray);
+        return Joined(reference ? "&" : "", Show(reference ? *value.pparray : value.parray));
     }
-    if (value.vt & VT_BYREF) return "&" + std::to_string(value.vt & VT_TYPEMASK);
+    if (value.vt & VT_BYREF) return Joined("&", std::to_string(value.vt & VT_TYPEMASK));
     return ShowContent(value);
 }
 
 std::string Show(BSTR text) {
     if (!text) return "no text";
-    return "\"" + Narrow(com::View(text)) + "\"";
+    return Joined("\"", Narrow(com::View(text)), "\"");
 }
 
 std::string Show(BSTR* text) {
@@ -84,7 +92,7 @@ std::string Show(IUnknown* object) {
     if (!object) return "Nothing";
     com::ComPtr<IUnknown> identity;
     object->QueryInterface(IID_IUnknown, identity.putVoid());
-    return "<" + Journal::OfThread().LabelOf(identity.get()) + ">";
+    return Joined("<", Journal::OfThread().LabelOf(identity.get()), ">");
 }
 
 std::string Show(SAFEARRAY* array) {
@@ -94,7 +102,7 @@ std::string Show(SAFEARRAY* array) {
         FAILED(SafeArrayGetUBound(array, 1, &last))) {
         return "[]";
     }
-    std::string text = "[" + std::to_string(first) + ".." + std::to_string(last) + ":";
+    std::string text = Joined("[", std::to_string(first), "..", std::to_string(last), ":");
     for (LONG index = first; index <= last; ++index) {
         VARIANT element;
         VariantInit(&element);
@@ -106,7 +114,7 @@ std::string Show(SAFEARRAY* array) {
             SafeArrayGetElement(array, &index, &element.byref);
             element.vt = type;
         }
-        text += (index == first ? " " : ", ") + Show(element);
+        text += Joined(index == first ? " " : ", ", Show(element));
         VariantClear(&element);
     }
     return text + "]";
