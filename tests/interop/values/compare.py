@@ -64,13 +64,13 @@ def moment(text):
     return datetime.datetime.strptime(text, "%Y-%m-%d %H:%M:%S.%f")
 
 
-def same(kind, ours, theirs):
+def same(kind, ours, theirs, trim):
     """Whether a value of ours (from JSON) and one of another reader (Python) are the same value of a field of that type."""
     if isinstance(ours, dict):
         return bytes.fromhex(ours["hex"]) == (theirs if isinstance(theirs, bytes) else b"")
     if kind in "CMV":
         # No memo, an empty memo and blanks are one thing; so are the blanks and NULs behind a text.
-        return (ours or "").rstrip(" \0") == (theirs or "").rstrip(" \0")
+        return trim((ours or "").rstrip(" \0"), " ") == trim((theirs or "").rstrip(" \0"), " ")
     if ours is None or theirs is None or theirs == "":
         return ours is None and theirs in (None, "")
     if kind in "NFBIY":
@@ -92,7 +92,7 @@ def compare(reader, limits, name, path, fields, ours, encoding):
     """The number of values compared; a `Disagreement` names the first that differs."""
     refusal = limits["files"].get(name)
     try:
-        theirs = reader.read(str(path), encoding)
+        theirs = reader.read(str(path), encoding, [field.name for field in fields])
     except Refused as refused:
         if refusal and refusal in str(refused):
             return 0
@@ -114,7 +114,9 @@ def compare(reader, limits, name, path, fields, ours, encoding):
             field, mine = fields[index], record["values"][column]
             if field.type in limits["types"] or (mine is None and not limits["nulls"] and field.nullable):
                 continue
-            if index >= len(values) or not same(field.type, mine, values[index]):
+            if field.type == "M" and name in limits["memo tails"] and values[index]:
+                values[index] = values[index].split("\x1f")[0][:max(len(mine), 1)]
+            if index >= len(values) or not same(field.type, mine, values[index], limits["trims"]):
                 other = values[index] if index < len(values) else "no value"
                 raise Disagreement(f"record {record['record']}, field {field.name} ({field.type}): "
                                    f"{mine!r} for us, {other!r} for {reader.name}")
@@ -165,20 +167,25 @@ def main():
         encoding = None if mark else "cp1252"
         try:
             our_fields, ours = our_records(zudump, path)
-            visible = [field for field in fields if field.type != "0"]
-            if [field["name"] for field in our_fields] != [field.name for field in visible]:
-                raise Disagreement(f"our field names {[field['name'] for field in our_fields]} are not the file's")
+            # Names that occur again carry a number, so that each field can be named.
+            visible = [field.name for field in fields if field.type != "0"]
+            shown = [field["name"] for field in our_fields]
+            if len(shown) != len(visible) or not all(map(str.startswith, shown, visible)):
+                raise Disagreement(f"our field names {shown} are not the file's: {visible}")
         except Disagreement as trouble:
             note(name, "Ours", started, str(trouble))
             continue
         for reader in READERS:
             started = time.monotonic()
             try:
-                compared = compare(reader, LIMITS[reader.name], name, path, fields, ours, encoding)
+                limits = LIMITS[reader.name]
+                compared = compare(reader, limits, name, path, fields, ours, encoding)
                 trouble = ""
-                if not compared and name not in LIMITS[reader.name]["files"]:
+                known = {field.type for field in fields} - limits["types"]
+                if not compared and known and name not in limits["files"]:
                     trouble = "not one value was compared"
-                print(f"{name}: {reader.name}: {compared} values agree" if not trouble else "")
+                else:
+                    print(f"{name}: {reader.name}: {compared} values agree")
             except Disagreement as disagreement:
                 trouble = str(disagreement)
             note(name, reader.name, started, trouble)

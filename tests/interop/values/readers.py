@@ -3,25 +3,30 @@
 A reader answers the records of a table in file order as (deleted, [value of each field]); a value in the reader's own Python type.
 `hides_deleted` readers leave deleted records out.
 """
-import datetime
 import json
 import subprocess
 import warnings
 
 # What a reader is known to leave out or get wrong. Everything else must agree.
-#   types     field types of the file that it does not know
-#   nulls     False: it does not know VFP's null bits, so values that are null are passed over
-#   files     tables that it cannot read at all, with the words of its refusal
+#   types        field types of the file that it does not know
+#   nulls        False: it does not know VFP's null bits, so values that are null are passed over
+#   memo tails   tables whose memos it hands out with bytes behind their end
+#   trims        what it takes off texts beyond the NULs and blanks at their end
+#   files        tables that it cannot read at all, with the words of its refusal
 LIMITS = {
     "ogr2ogr": {
         # The driver is made for the tables of shape files: III types only, everything else is handed out as raw text.
         "types": set("IBTYMGPVQW0@+O"),
         "nulls": False,
+        "memo tails": set(),
+        "trims": str.strip,  # leading blanks too
         "files": {},
     },
     "dbfread": {
         "types": set("VQW0"),
         "nulls": False,
+        "memo tails": {"public/dbase_8b.dbf"},  # reads IV memos up to the first 0x1F instead of their length
+        "trims": str.rstrip,
         "files": {
             "xbase/vfp.dbf": "Memo index is not an integer",  # takes 4-byte block numbers only from version 0x30 on
         },
@@ -29,10 +34,14 @@ LIMITS = {
     "python3-dbf": {
         "types": set("0"),
         "nulls": True,
+        "memo tails": set(),
+        "trims": str.rstrip,
         "files": {
             "public/dbase_03.dbf": "Duplicate field name",
-            "public/dbase_31.dbf": "array index out of range",  # null bits beyond the first byte
-            "public/dbase_32.dbf": "not supported",
+            "public/dbase_31.dbf": "bits of the second byte",
+            "public/orders.dbf": "bits of the second byte",
+            "generated/orders.dbf": "bits of the second byte",
+            "public/dbase_32.dbf": "bits of the second byte",
             "public/dbase_8b.dbf": "not supported",
             "xbase/vfp.dbf": "Unknown field type",
         },
@@ -48,19 +57,22 @@ class Ogr2ogr:
     name = "ogr2ogr"
     hides_deleted = True
 
-    def read(self, path, encoding):
+    def read(self, path, encoding, names):
         command = ["ogr2ogr", "-f", "GeoJSONSeq", "/vsistdout/", path]
         if encoding:
             command += ["-oo", f"ENCODING={encoding.upper()}"]
         run = subprocess.run(command, capture_output=True, stdin=subprocess.DEVNULL, check=False)
         if run.returncode != 0:
             raise Refused(run.stderr.decode(errors="replace"))
+        # A name that occurs again gets a number behind it; a field without a value is left out of its feature.
+        keys = []
+        for name in names:
+            keys.append(name if name not in keys else name + "2")
         records = []
         for line in run.stdout.decode("utf-8", errors="replace").split("\n"):
             if line.strip():
-                # As pairs, because field names need not be unique.
-                feature = dict(json.loads(line, object_pairs_hook=list, strict=False))
-                records.append((False, [value for _, value in feature["properties"]]))
+                properties = json.loads(line, strict=False)["properties"]
+                records.append((False, [properties.get(key) for key in keys]))
         return records
 
 
@@ -68,7 +80,7 @@ class Dbfread:
     name = "dbfread"
     hides_deleted = False
 
-    def read(self, path, encoding):
+    def read(self, path, encoding, names):
         import dbfread
 
         class Record(list):
@@ -94,25 +106,16 @@ class PythonDbf:
     name = "python3-dbf"
     hides_deleted = False
 
-    def read(self, path, encoding):
+    def read(self, path, encoding, names):
         warnings.simplefilter("ignore")
         import dbf
 
-        def plain(value):
-            if isinstance(value, (dbf.NullDate, dbf.NullDateTime)) or value is dbf.Null:
-                return None
-            if isinstance(value, dbf.Logical):
-                return None if value == dbf.Unknown else bool(value)
-            if isinstance(value, dbf.DateTime):
-                return datetime.datetime(value.year, value.month, value.day, value.hour, value.minute, value.second,
-                                         value.microsecond) if value else None
-            if isinstance(value, dbf.Date):
-                return datetime.date(value.year, value.month, value.day) if value else None
-            return value
+        if "_NullFlags" in names:
+            raise Refused("it looks for the bits of the second byte in the first")
 
         try:
             with dbf.Table(path, codepage=encoding).open(mode=dbf.READ_ONLY) as table:
-                return [(dbf.is_deleted(record), [plain(record[index]) for index in range(len(table.field_names))])
+                return [(dbf.is_deleted(record), [record[index] for index in range(len(table.field_names))])
                         for record in table]
         except (dbf.DbfError, ValueError, LookupError, AttributeError, TypeError) as refusal:
             raise Refused(repr(refusal)) from refusal
