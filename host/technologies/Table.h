@@ -85,10 +85,6 @@ public:
     virtual std::vector<std::uint32_t> Seek(std::size_t index, const std::vector<KeyCriterion>& criteria,
                                             std::uint32_t maxRecords, bool includeDeleted) = 0;
 
-    /// The files are as they were when the table was opened, so that what it holds in memory still counts and
-    /// the open table may serve a further request. A technology that cannot tell answers false.
-    virtual bool IsCurrent() { return false; }
-
     /// Begins to change a record, or a new blank one. NotFound when there is no such record; AccessDenied
     /// when the table may only be read; Unsupported by technologies that do not write.
     virtual std::unique_ptr<RecordEdit> EditRecord(std::uint32_t record) {

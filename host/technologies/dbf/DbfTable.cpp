@@ -178,8 +178,8 @@ void DbfTable::NoticeChanges() {
 // An index whose counter stands still while records came was left behind by their writer, unless they are
 // ours.
 void DbfTable::NoticeIndexes(bool recordsChanged) {
-    if (!indexes_ || indexes_->RefreshIfChanged() || !recordsChanged) return;
-    if (!writeFiles_) indexes_->Refresh();
+    if (!indexes_) return;
+    if (indexes_->IsOutdated() || (recordsChanged && !writeFiles_)) indexes_->Refresh();
 }
 
 std::uint32_t DbfTable::RecordCount() {
@@ -207,6 +207,7 @@ write::EditedTable DbfTable::Writable() {
 
 std::unique_ptr<technologies::RecordEdit> DbfTable::EditRecord(std::uint32_t record) {
     const write::EditedTable table = Writable();
+    records_.Forget(record);
     return std::make_unique<write::DbfRecordEdit>(table, record, RequireRecord(record));
 }
 

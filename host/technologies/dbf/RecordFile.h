@@ -33,6 +33,14 @@ public:
     /// As Refresh, but keeps blocks in memory as long as size and stated number are the same.
     bool NoticeGrowth();
 
+    /// The record is to be read anew: it was changed, or must be seen as it is now.
+    void Forget(std::uint32_t number) noexcept {
+        if (mapped_ || number == 0) return;
+        const std::uint32_t block = (number - 1) / recordsPerBlock_;
+        if (blocks_[block % blocks_.size()].number == block)
+            blocks_[block % blocks_.size()].number = UINT32_MAX;
+    }
+
     /// As of the last Refresh.
     std::uint32_t Count() override { return count_; }
     /// Damaged when another process has cut the file meanwhile.

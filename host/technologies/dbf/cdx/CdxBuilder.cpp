@@ -63,6 +63,10 @@ public:
           form_(KeyForm::ForNewTag(key_, context.layout)) {
         if (!definition.filter.empty()) {
             filter_.emplace(expression::Program::CompileBytes(definition.filter, context.layout));
+            const expression::Type type = filter_->type();
+            if (type != expression::Type::Boolean && type != expression::Type::Unknown) {
+                throw Error(ErrorKind::TypeMismatch, "the FOR condition is not true or false");
+            }
         }
     }
 

@@ -66,15 +66,12 @@ public:
         Load();
     }
 
-    bool RefreshIfChanged() {
+    bool IsOutdated() {
         file_.Refresh();
-        if (Counter() == counter_) return false;
-        Load();
-        return true;
+        return Counter() != counter_;
     }
 
     std::unique_ptr<IndexUpdate> BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes) {
-        RefreshIfChanged();
         return std::make_unique<IndexUpdate>(file_, tags_, context_.tableName, staleTags, changes);
     }
 
@@ -331,8 +328,8 @@ void IndexSet::Refresh() {
     implementation_->Refresh();
 }
 
-bool IndexSet::RefreshIfChanged() {
-    return implementation_->RefreshIfChanged();
+bool IndexSet::IsOutdated() {
+    return implementation_->IsOutdated();
 }
 
 std::unique_ptr<IndexUpdate> IndexSet::BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes) {

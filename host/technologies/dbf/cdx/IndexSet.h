@@ -61,12 +61,11 @@ public:
     /// Descriptions are made anew; a tag that was not usable may be so now, and the other way round.
     void Refresh();
 
-    /// As Refresh, but only when another process has changed the file since it was read last. Answers whether
-    /// it has.
-    bool RefreshIfChanged();
+    /// Another process has changed the file since it was read last.
+    bool IsOutdated();
 
-    /// Begins the index's share in a change of records. The caller holds the index lock. Errors: those of
-    /// IndexUpdate.
+    /// Begins the index's share in a change of records. The caller holds the index lock and has refreshed
+    /// what was outdated. Errors: those of IndexUpdate.
     std::unique_ptr<IndexUpdate> BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes);
     /// The change that was begun last is in the file now.
     void TakeOwnChange();

@@ -115,8 +115,13 @@ void KeyChecker::Finish(std::uint32_t root) {
         if (seen_[record]) continue;
         const expression::Row row = RowOf(record);
         if (row.record == nullptr || !Belongs(row)) continue;
-        if (isUnique && IsAmongUniqueKeys(row)) continue;
-        findings_.Fault(root, RecordText(record) + " has no key");
+        if (!isUnique) {
+            findings_.Fault(root, RecordText(record) + " has no key");
+        } else if (!IsAmongUniqueKeys(row)) {
+            // The record that stood for its key has changed since; the next rebuild brings this one in.
+            findings_.Remark(root,
+                             RecordText(record) + " has no key, nor has another record with the same one");
+        }
     }
 }
 

@@ -31,19 +31,39 @@ std::uint64_t CountKeys(const OpenTag& tag, std::uint64_t limit) {
 
 // Moments are found within half a second, every other key exactly.
 bool Holds(const OpenTag& tag, const KeyEncoder& encoder, const std::vector<std::byte>& key,
-           std::uint32_t record, bool anyRecord) {
+           std::uint32_t record) {
     TagCursor cursor = tag.MakeCursor();
-    const std::uint32_t first = anyRecord ? 0 : record;
     if (encoder.form().encoding != KeyEncoding::DateTime) {
-        return cursor.Seek(key.data(), first) && encoder.SameValue(cursor.key(), key.data()) &&
-               (anyRecord || cursor.record() == record);
+        return cursor.Seek(key.data(), record) && encoder.SameValue(cursor.key(), key.data()) &&
+               cursor.record() == record;
     }
     const KeyBounds around = KeyBounds::AroundKey(encoder, key);
     for (bool more = cursor.Seek(around.low.data(), 0); more; more = cursor.Next()) {
         if (std::memcmp(cursor.key(), around.high.data(), key.size()) > 0) return false;
-        if (anyRecord || cursor.record() == record) return true;
+        if (cursor.record() == record) return true;
     }
     return false;
+}
+
+// A unique tag lacks records by design: of equal keys the first one has an entry, and when that record
+// changes no other one moves up. So its entries are looked up in the table, not the records in the tag.
+std::string FindWrongEntry(const OpenTag& tag, KeyEncoder& encoder, RecordAccess& records) {
+    std::vector<std::byte> key(encoder.form().length());
+    TagCursor cursor = tag.MakeCursor();
+    for (const bool last : {false, true}) {
+        if (!(last ? cursor.Last() : cursor.First())) return {};
+        const std::uint32_t number = cursor.record();
+        const expression::Row row{records.Record(number), number, records.memos()};
+        if (row.record == nullptr)
+            return "the index is not up to date: it leads to records that are not there";
+        encoder.Encode(row, key.data());
+        const bool belongs = tag.filter() == nullptr || tag.filter()->Test(row);
+        if (!belongs || !encoder.SameValue(cursor.key(), key.data())) {
+            return "the index is not up to date: record " + std::to_string(number) +
+                   " is in it under a key that it does not have";
+        }
+    }
+    return {};
 }
 
 }  // namespace
@@ -60,10 +80,14 @@ std::string FindStaleness(CdxFile& file, OpenTag& tag, RecordAccess& records) {
         if (row.record == nullptr) return "record " + std::to_string(number) + " cannot be read";
         const bool belongs = tag.filter() == nullptr || tag.filter()->Test(row);
         encoder.Encode(row, key.data());
-        const bool anyRecord = belongs && tag.description().unique;
-        if (Holds(tag, encoder, key, number, anyRecord) == belongs) continue;
+        if (belongs && tag.description().unique) continue;
+        if (Holds(tag, encoder, key, number) == belongs) continue;
         return "the index is not up to date: record " + std::to_string(number) +
                (belongs ? " is not in it under its present key" : " is in it against the FOR condition");
+    }
+    if (tag.description().unique) {
+        std::string wrong = FindWrongEntry(tag, encoder, records);
+        if (!wrong.empty()) return wrong;
     }
     if (file.pageCount() <= kCountedPages || count == 0) {
         const std::uint64_t keys = CountKeys(tag, count);

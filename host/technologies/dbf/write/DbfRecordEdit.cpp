@@ -285,6 +285,10 @@ void DbfRecordEdit::UpdateIndex(Change& change, const std::byte* before, const s
                                 std::uint32_t number) {
     if (table_.indexes == nullptr) return;
     change.LockIndex();
+    if (table_.indexes->IsOutdated()) {
+        table_.records.Refresh();
+        table_.indexes->Refresh();
+    }
     const auto update = table_.indexes->BeginUpdate(table_.files.settings().staleTags, change.writes());
     expression::Row old{before, number, table_.records.memos()};
     const expression::Row row{after, number, table_.records.memos()};
@@ -293,6 +297,7 @@ void DbfRecordEdit::UpdateIndex(Change& change, const std::byte* before, const s
 }
 
 void DbfRecordEdit::Settle(std::uint32_t number, std::vector<std::byte> bytes) {
+    table_.records.Forget(number);
     number_ = number;
     original_ = std::move(bytes);
     current_ = original_;
