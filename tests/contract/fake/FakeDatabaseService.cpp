@@ -14,4 +14,15 @@ STDMETHODIMP FakeDatabaseService::Descend(VARIANT value, BSTR technology, VARIAN
                   [] { return com::Variant(L"descended").detach(); });
 }
 
+STDMETHODIMP FakeDatabaseService::CreateTable(BSTR* database, BSTR* table, IDispatch* layout,
+                                              DataFieldList* index, VARIANT_BOOL* result) {
+    return Answer("ZuDatabaseService.CreateTable", ShowAll(database, table, layout, index), result,
+                  [] { return com::ToVariantBool(Scene().answers); });
+}
+
+STDMETHODIMP FakeDatabaseService::DropTable(BSTR* database, BSTR* table, VARIANT_BOOL* result) {
+    return Answer("ZuDatabaseService.DropTable", ShowAll(database, table), result,
+                  [] { return com::ToVariantBool(Scene().answers); });
+}
+
 }  // namespace zu::fake

@@ -11,6 +11,9 @@ public:
 
     STDMETHODIMP OpenTable(BSTR* database, BSTR* table, IDispatch** result) override;
     STDMETHODIMP Descend(VARIANT value, BSTR technology, VARIANT* result) override;
+    STDMETHODIMP CreateTable(BSTR* database, BSTR* table, IDispatch* layout, DataFieldList* index,
+                             VARIANT_BOOL* result) override;
+    STDMETHODIMP DropTable(BSTR* database, BSTR* table, VARIANT_BOOL* result) override;
 };
 
 }  // namespace zu::fake

@@ -34,6 +34,8 @@ struct Scenario {
     /// The current record of a view that was not moved yet.
     LONG position = 0;
     std::vector<FieldContent> fields = {{L"NAME", VT_BSTR, com::Variant(L"x")}};
+    /// The answer of the service's operations on whole tables.
+    bool answers = true;
     /// The answer of a record variable's Initialise.
     bool initialises = true;
     /// The script's routine: gets the number of the call, from 1, and the arguments. Without it every call
