@@ -7,6 +7,7 @@
 #include "host/engine/SettingsStore.h"
 #include "host/service/TableReuse.h"
 #include "host/service/TechnologyCatalogue.h"
+#include "host/service/WatchedFiles.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 
@@ -46,9 +47,9 @@ std::string ReuseName(const DatabaseName& name, const std::string& table,
     return key;
 }
 
-std::unique_ptr<technologies::Technology> Make(const std::string& name,
+std::unique_ptr<technologies::Technology> Make(const std::string& name, files::FileSystem& files,
                                                const technologies::TechnologySettings& settings) {
-    auto technology = TechnologyCatalogue::Make(name, settings);
+    auto technology = TechnologyCatalogue::Make(name, files, settings);
     if (technology) return technology;
     std::string known;
     for (const std::string& each : TechnologyCatalogue::Names())
@@ -56,14 +57,28 @@ std::unique_ptr<technologies::Technology> Make(const std::string& name,
     throw Error(ErrorKind::NotFound, "There is no database technology \"" + name + "\", known are: " + known);
 }
 
-std::unique_ptr<technologies::Table> OpenNew(const DatabaseName& name, const std::string& table,
-                                             const technologies::TechnologySettings& settings) {
+/// What an open table stands on, in the order in which it may go: the table first.
+struct Foundation {
+    WatchedFiles files{files::SystemFiles()};
+    std::unique_ptr<technologies::Technology> technology;
+    std::unique_ptr<technologies::Table> table;
+};
+
+void TellWarnings(technologies::Table& table) {
+    Messages& messages = EngineState::Current().messages;
+    for (const std::string& warning : table.warnings())
+        messages.Warn(com::AsWide(text::ToUtf16("Table " + table.name() + ": " + warning)));
+}
+
+TableReuse::Opened OpenNew(const DatabaseName& name, const std::string& table,
+                           const technologies::TechnologySettings& settings) {
     try {
-        auto opened = Make(name.technology, settings)->OpenTable(name.database, table);
-        Messages& messages = EngineState::Current().messages;
-        for (const std::string& warning : opened->warnings())
-            messages.Warn(com::AsWide(text::ToUtf16("Table " + opened->name() + ": " + warning)));
-        return opened;
+        auto opened = std::make_shared<Foundation>();
+        opened->technology = Make(name.technology, opened->files, settings);
+        opened->table = opened->technology->OpenTable(name.database, table);
+        TellWarnings(*opened->table);
+        return {{opened, opened->table.get()},
+                [opened = opened.get()] { return opened->files.AreUnchanged(); }};
     } catch (const Error& error) {
         throw Error(error.kind(), "Cannot open table \"" + table + "\" of database \"" + name.technology +
                                       "|" + name.database + "\": " + error.what());
@@ -86,7 +101,7 @@ DatabaseName SplitDatabaseName(std::wstring_view name) {
 }
 
 std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name) {
-    return Make(name, TechnologySettingsOf(SettingsStore::Instance().Get()));
+    return Make(name, files::SystemFiles(), TechnologySettingsOf(SettingsStore::Instance().Get()));
 }
 
 std::shared_ptr<technologies::Table> OpenTableByName(std::wstring_view database, std::wstring_view table) {

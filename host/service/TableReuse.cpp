@@ -31,29 +31,38 @@ TableReuse& TableReuse::Instance() {
     return *reuse;
 }
 
-std::shared_ptr<technologies::Table> TableReuse::Open(const std::string& name, unsigned period,
-                                                      const Opener& open) {
-    if (period == 0) return open();
-    const DWORD thread = GetCurrentThreadId();
-    if (std::shared_ptr<technologies::Table> table = TakeKept(thread, name)) {
-        if (table->IsCurrent()) return table;
-        const std::lock_guard lock(mutex_);
-        std::erase_if(kept_, [&](const Kept& kept) { return kept.table == table; });
-    }
-    std::shared_ptr<technologies::Table> table = open();
-    if (WasSeen(thread, name, period)) Keep(thread, name, table, period);
-    return table;
+template <class Predicate>
+std::vector<TableReuse::Kept> TableReuse::TakeOut(Predicate&& leaves) {
+    std::vector<Kept> out;
+    const auto first = std::partition(kept_.begin(), kept_.end(), [&](Kept& kept) { return !leaves(kept); });
+    std::move(first, kept_.end(), std::back_inserter(out));
+    kept_.erase(first, kept_.end());
+    return out;
 }
 
-std::shared_ptr<technologies::Table> TableReuse::TakeKept(DWORD thread, const std::string& name) {
+std::shared_ptr<technologies::Table> TableReuse::Open(const std::string& name, unsigned period,
+                                                      const Opener& open) {
+    if (period == 0) return open().table;
+    const DWORD thread = GetCurrentThreadId();
+    if (Opened kept = TakeKept(thread, name); kept.table) {
+        if (kept.isUnchanged()) return kept.table;
+        const std::lock_guard lock(mutex_);
+        TakeOut([&](const Kept& each) { return each.opened.table == kept.table; });
+    }
+    Opened opened = open();
+    if (WasSeen(thread, name, period)) Keep(thread, name, opened, period);
+    return opened.table;
+}
+
+TableReuse::Opened TableReuse::TakeKept(DWORD thread, const std::string& name) {
     const std::lock_guard lock(mutex_);
     for (Kept& kept : kept_) {
         if (kept.thread == thread && kept.name == name) {
             kept.lastUse = GetTickCount64();
-            return kept.table;
+            return kept.opened;
         }
     }
-    return nullptr;
+    return {};
 }
 
 bool TableReuse::WasSeen(DWORD thread, const std::string& name, unsigned period) {
@@ -75,31 +84,30 @@ bool TableReuse::WasSeen(DWORD thread, const std::string& name, unsigned period)
     return false;
 }
 
-void TableReuse::Keep(DWORD thread, const std::string& name,
-                      const std::shared_ptr<technologies::Table>& table, unsigned period) {
+void TableReuse::Keep(DWORD thread, const std::string& name, const Opened& opened, unsigned period) {
     const std::lock_guard lock(mutex_);
     if (kept_.size() >= kMostKept) return;
-    kept_.push_back({thread, name, table, GetTickCount64(), period});
+    kept_.push_back({thread, name, opened, GetTickCount64(), period});
     StartTimer(period);
 }
 
 void TableReuse::StartTimer(unsigned period) {
-    if (timer_) return;
+    if (timer_) {
+        if (period < armed_) SetTimer(timer_, armed_ = period);
+        return;
+    }
     // Without a timer nothing would close the tables, so none are kept then.
     timer_ = CreateThreadpoolTimer(&TableReuse::OnTimer, this, nullptr);
     if (!timer_) return kept_.clear();
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                        reinterpret_cast<LPCWSTR>(&TableReuse::OnTimer), &module_);
-    SetTimer(timer_, period);
+    SetTimer(timer_, armed_ = period);
 }
 
 void TableReuse::CloseIdle() {
-    std::vector<Kept> closing;
+    std::vector<Kept> closing;  // closed after the lock is gone
     const std::lock_guard lock(mutex_);
-    const auto idle =
-        std::partition(kept_.begin(), kept_.end(), [](const Kept& kept) { return !IsIdle(kept.table); });
-    std::move(idle, kept_.end(), std::back_inserter(closing));
-    kept_.erase(idle, kept_.end());
+    closing = TakeOut([](const Kept& kept) { return IsIdle(kept.opened.table); });
 }
 
 std::size_t TableReuse::kept() const {
@@ -116,14 +124,13 @@ void TableReuse::Sweep(PTP_CALLBACK_INSTANCE instance) {
     const std::lock_guard lock(mutex_);
     const std::uint64_t now = GetTickCount64();
     unsigned shortest = 0;
-    const auto expired = std::partition(kept_.begin(), kept_.end(), [&](Kept& kept) {
-        if (!IsIdle(kept.table)) kept.lastUse = now;
-        const bool stays = now - kept.lastUse < kept.period;
-        if (stays) shortest = shortest ? std::min(shortest, kept.period) : kept.period;
-        return stays;
+    closing = TakeOut([&](Kept& kept) {
+        if (!IsIdle(kept.opened.table)) kept.lastUse = now;
+        if (now - kept.lastUse >= kept.period) return true;
+        shortest = shortest ? std::min(shortest, kept.period) : kept.period;
+        return false;
     });
-    std::move(expired, kept_.end(), std::back_inserter(closing));
-    kept_.erase(expired, kept_.end());
+    armed_ = shortest;
     if (shortest) return SetTimer(timer_, shortest);
     CloseThreadpoolTimer(std::exchange(timer_, nullptr));
     if (module_) FreeLibraryWhenCallbackReturns(instance, std::exchange(module_, nullptr));

@@ -21,7 +21,12 @@ namespace zu::host {
 /// period. The files are open without denying others anything.
 class TableReuse {
 public:
-    using Opener = std::function<std::unique_ptr<technologies::Table>()>;
+    /// An open table and how to ask whether its files are as they were when it was opened.
+    struct Opened {
+        std::shared_ptr<technologies::Table> table;
+        std::function<bool()> isUnchanged;
+    };
+    using Opener = std::function<Opened()>;
 
     /// The one of this process.
     static TableReuse& Instance();
@@ -39,7 +44,7 @@ private:
     struct Kept {
         DWORD thread;
         std::string name;
-        std::shared_ptr<technologies::Table> table;
+        Opened opened;
         std::uint64_t lastUse;
         unsigned period;
     };
@@ -51,11 +56,13 @@ private:
     static constexpr std::size_t kSeen = 8;
     static constexpr std::size_t kMostKept = 32;
 
-    std::shared_ptr<technologies::Table> TakeKept(DWORD thread, const std::string& name);
+    Opened TakeKept(DWORD thread, const std::string& name);
     bool WasSeen(DWORD thread, const std::string& name, unsigned period);
-    void Keep(DWORD thread, const std::string& name, const std::shared_ptr<technologies::Table>& table,
-              unsigned period);
+    void Keep(DWORD thread, const std::string& name, const Opened& opened, unsigned period);
     void StartTimer(unsigned period);
+    /// Takes what meets the predicate out of kept_, for the caller to close.
+    template <class Predicate>
+    std::vector<Kept> TakeOut(Predicate&& leaves);
     void Sweep(PTP_CALLBACK_INSTANCE instance);
     static void CALLBACK OnTimer(PTP_CALLBACK_INSTANCE instance, void* self, PTP_TIMER timer) noexcept;
 
@@ -64,6 +71,7 @@ private:
     std::vector<Seen> seen_;
     std::size_t nextSeen_ = 0;
     PTP_TIMER timer_ = nullptr;
+    unsigned armed_ = 0;        ///< milliseconds that the timer was set to
     HMODULE module_ = nullptr;  ///< keeps this module loaded while the timer runs
 };
 

@@ -7,8 +7,9 @@
 namespace zu::host {
 namespace {
 
-std::unique_ptr<technologies::Technology> MakeDbf(const technologies::TechnologySettings& settings) {
-    return std::make_unique<dbf::DbfTechnology>(files::SystemFiles(), settings);
+std::unique_ptr<technologies::Technology> MakeDbf(files::FileSystem& files,
+                                                  const technologies::TechnologySettings& settings) {
+    return std::make_unique<dbf::DbfTechnology>(files, settings);
 }
 
 struct Row {
@@ -42,9 +43,9 @@ std::vector<std::string> TechnologyCatalogue::Names() {
 }
 
 std::unique_ptr<technologies::Technology> TechnologyCatalogue::Make(
-    std::string_view name, const technologies::TechnologySettings& settings) {
+    std::string_view name, files::FileSystem& files, const technologies::TechnologySettings& settings) {
     for (const Row& row : Rows())
-        if (SameName(row.name, name)) return row.maker(settings);
+        if (SameName(row.name, name)) return row.maker(files, settings);
     return nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/technologies/Technology.h"
+#include "portable/files/File.h"
 
 namespace zu::host {
 
@@ -13,11 +14,13 @@ namespace zu::host {
 /// of TechnologyCatalogue.cpp.
 class TechnologyCatalogue {
 public:
-    using Maker = std::unique_ptr<technologies::Technology> (*)(const technologies::TechnologySettings&);
+    /// Makes a technology that reaches its files through `files`, which outlives it.
+    using Maker = std::unique_ptr<technologies::Technology> (*)(
+        files::FileSystem& files, const technologies::TechnologySettings& settings);
 
     static std::vector<std::string> Names();
     /// The technology `name` (in any case); null when there is none.
-    static std::unique_ptr<technologies::Technology> Make(std::string_view name,
+    static std::unique_ptr<technologies::Technology> Make(std::string_view name, files::FileSystem& files,
                                                           const technologies::TechnologySettings& settings);
     /// Adds a technology to this process. Not for use while other threads use the catalogue.
     static void Add(std::string name, Maker maker);
