@@ -111,7 +111,7 @@ private:
             // being found inside one; comparisons look at the mark.
             node.isForeign = true;
             if (const auto bytes = codePage_.Encode(rest.substr(0, bad))) node.bytes += *bytes;
-            node.bytes.append("\0\xFF", 2);
+            node.bytes.append("\0\xFF", 2).append(text::ToUtf8(rest.substr(bad, 1)));
             rest.remove_prefix(std::min(bad + 1, rest.size()));
         }
         node.width = node.bytes.size();

@@ -15,10 +15,19 @@ constexpr std::int64_t kBeyond = std::int64_t{1} << 62;
 std::int64_t SaturatingScale(std::int64_t value, unsigned places) noexcept {
     for (; places > 0 && value != 0; --places) {
         if (value > kBeyond / 10) return kBeyond;
-        if (value < -kBeyond / 10) return -kBeyond;
         value *= 10;
     }
     return value;
+}
+
+/// Takes the last digit off; true when it was not 0.
+bool DivideByTen(text::DecimalDigits& decimal) noexcept {
+    const std::uint64_t middle = (std::uint64_t{decimal.high % 10} << 32) | decimal.low >> 32;
+    decimal.high /= 10;
+    const std::uint64_t low = (middle % 10) << 32 | (decimal.low & 0xFFFFFFFFU);
+    decimal.low = (middle / 10) << 32 | low / 10;
+    --decimal.scale;
+    return low % 10 != 0;
 }
 
 }  // namespace
@@ -35,19 +44,15 @@ std::optional<ScaledConstant> ScaleConstant(double value, std::string_view digit
     if (digits.size() > kLongest || text::ParseDecimal(digits, decimal) != text::NumberForm::Number) {
         return std::nullopt;
     }
-    if (decimal.high != 0 || decimal.low >= static_cast<std::uint64_t>(kBeyond)) return std::nullopt;
-    auto units = static_cast<std::int64_t>(decimal.low);
-    if (decimal.negative) units = -units;
     ScaledConstant scaled;
-    if (decimal.scale <= decimals) {
-        scaled.floor = SaturatingScale(units, decimals - decimal.scale);
-        return scaled;
-    }
-    for (unsigned places = decimal.scale - decimals; places > 0; --places) {
-        const std::int64_t rest = units % 10;
-        if (rest != 0) scaled.isExact = false;
-        units = units / 10 - (rest < 0 ? 1 : 0);
-    }
+    bool hasRest = false;
+    while (decimal.scale > decimals)
+        hasRest = DivideByTen(decimal) || hasRest;
+    scaled.isExact = !hasRest;
+    const bool isBeyond = decimal.high != 0 || decimal.low >= static_cast<std::uint64_t>(kBeyond);
+    auto units = isBeyond ? kBeyond
+                          : SaturatingScale(static_cast<std::int64_t>(decimal.low), decimals - decimal.scale);
+    if (decimal.negative) units = hasRest ? -units - 1 : -units;
     scaled.floor = units;
     return scaled;
 }

@@ -83,8 +83,9 @@ inline RealInterval RealIntervalOf(Operator op, double constant) noexcept {
     return interval;
 }
 
-/// `value` with `decimals` places as units; nothing when it has more digits than 64 bits hold exactly.
-/// `digits` is the number as written, or empty: then its shortest decimal form counts.
+/// `value` with `decimals` places as units; constants beyond 18 digits end at the next number beyond.
+/// `digits` is the number as written, or empty: then its shortest decimal form counts. Nothing when the
+/// digits cannot be kept exactly.
 std::optional<ScaledConstant> ScaleConstant(double value, std::string_view digits, unsigned decimals);
 
 }  // namespace zu::expression
