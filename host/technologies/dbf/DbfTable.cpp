@@ -5,6 +5,7 @@
 #include "host/technologies/dbf/CodePageChoice.h"
 #include "host/technologies/dbf/DbfFormat.h"
 #include "host/technologies/dbf/RecordSelector.h"
+#include "host/technologies/dbf/maintenance/FileSwap.h"
 #include "host/technologies/dbf/write/DbfRecordEdit.h"
 #include "portable/error/Error.h"
 #include "portable/files/Path.h"
@@ -55,6 +56,7 @@ write::WriteSettings WriteSettingsOf(const technologies::TechnologySettings& set
 
 /// Undoes what a process that died in the middle of a change has left.
 void Recover(files::FileSystem& files, const std::string& path) {
+    maintenance::FileSwap::Finish(files, path);
     write::TablePaths paths;
     paths.table = path;
     if (!transaction::Journal::MayHoldChange(files, paths.journal())) return;
@@ -71,6 +73,13 @@ std::unique_ptr<DbfTable> DbfTable::Open(files::FileSystem& files, const std::st
                                          const technologies::TechnologySettings& settings) {
     Recover(files, path);
     return std::unique_ptr<DbfTable>(new DbfTable(files, path, files.Open(path, {}), settings));
+}
+
+std::unique_ptr<DbfTable> DbfTable::OpenExclusive(files::FileSystem& files, const std::string& path,
+                                                  const technologies::TechnologySettings& settings) {
+    Recover(files, path);
+    auto file = files.Open(path, {files::Access::ReadWrite, files::Creation::OpenExisting, true});
+    return std::unique_ptr<DbfTable>(new DbfTable(files, path, std::move(file), settings));
 }
 
 DbfTable::DbfTable(files::FileSystem& files, const std::string& path, std::unique_ptr<files::File> file,

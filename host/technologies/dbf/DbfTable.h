@@ -31,6 +31,21 @@ public:
     static std::unique_ptr<DbfTable> Open(files::FileSystem& files, const std::string& path,
                                           const technologies::TechnologySettings& settings);
 
+    /// The same for work on the files as a whole: Locked when anybody else has the table open, and nobody can
+    /// open it meanwhile.
+    static std::unique_ptr<DbfTable> OpenExclusive(files::FileSystem& files, const std::string& path,
+                                                   const technologies::TechnologySettings& settings);
+
+    /// The parts of the table, for work on its files as a whole. They live as long as the table.
+    struct Content {
+        const write::TablePaths& paths;
+        const DbfHeader& header;
+        const TableLayout& layout;
+        RecordFile& records;
+        MemoFields* memos;  ///< null: no memo fields
+    };
+    Content content() noexcept { return {paths_, header_, layout_, records_, memos_.get()}; }
+
     const std::string& name() const noexcept override { return layout_.record.tableName; }
     const std::vector<technologies::FieldDescription>& fields() const noexcept override {
         return layout_.descriptions;

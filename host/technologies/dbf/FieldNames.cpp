@@ -1,6 +1,7 @@
 #include "host/technologies/dbf/FieldNames.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "portable/text/CaseMap.h"
@@ -41,6 +42,7 @@ std::vector<std::string> FieldNames(const std::vector<FieldDescriptor>& fields,
                                     const text::CodePage& codePage, bool hasMark) {
     std::vector<std::string> names;
     std::set<std::u16string> taken;
+    std::map<std::u16string, unsigned> lastSuffix;  // a header may repeat one name two thousand times
     for (std::size_t i = 0; i < fields.size(); ++i) {
         std::u16string name = Decoded(fields[i].name, codePage, hasMark);
         while (!name.empty() && name.back() == u' ')
@@ -49,9 +51,9 @@ std::vector<std::string> FieldNames(const std::vector<FieldDescriptor>& fields,
             name.erase(0, 1);
         if (name.empty()) name = u"FIELD" + text::ToUtf16(std::to_string(i + 1));
         const std::u16string base = name;
-        for (unsigned suffix = 2; !taken.insert(Upper(name)).second; ++suffix) {
-            name = base + u"_" + text::ToUtf16(std::to_string(suffix));
-        }
+        unsigned& suffix = lastSuffix.try_emplace(Upper(base), 1U).first->second;
+        while (!taken.insert(Upper(name)).second)
+            name = base + u"_" + text::ToUtf16(std::to_string(++suffix));
         names.push_back(text::ToUtf8(name));
     }
     return names;

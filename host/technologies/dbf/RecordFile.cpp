@@ -28,6 +28,13 @@ std::uint32_t RecordFile::ReadStatedCount() const {
     return LoadLittle<std::uint32_t>(bytes.data());
 }
 
+std::vector<std::byte> RecordFile::HeaderBytes() const {
+    std::vector<std::byte> bytes(headerLength_);
+    if (file_->ReadAt(0, bytes) != bytes.size())
+        throw Error(ErrorKind::Damaged, "The header of the table " + file_->path() + " is not whole.");
+    return bytes;
+}
+
 bool RecordFile::NoticeGrowth() {
     return (file_->Size() != size_ || ReadStatedCount() != statedCount_) && Refresh();
 }

@@ -55,6 +55,9 @@ public:
     /// `most`, at least one. Valid until the next call of any member.
     expression::RecordRun Run(std::uint32_t first, std::uint32_t most);
 
+    /// The bytes before the first record, as they are in the file now. Damaged when the file is shorter.
+    std::vector<std::byte> HeaderBytes() const;
+
     /// What the header said at the last Refresh.
     std::uint32_t statedCount() const noexcept { return statedCount_; }
 

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/technologies/dbf/DbfTable.h"
+#include "host/technologies/dbf/cdx/TagDefinition.h"
+#include "portable/files/File.h"
+
+namespace zu::dbf::maintenance {
+
+/// The tags that the production index of a table has now; none without one. Damaged when the directory of the
+/// index cannot be read.
+std::vector<cdx::TagDefinition> DefinitionsOf(files::FileSystem& files, const DbfTable::Content& content);
+
+/// One field of an index to be made: the name of a field, "RecNo", or an expression (UTF-8).
+struct IndexField {
+    std::string text;
+    bool descending = false;
+};
+
+/// The tag for a list of fields: a single field or expression is the key itself; several are joined as texts
+/// in fixed widths (dates as DTOS, numbers as STR). A list that is descending as a whole makes a descending
+/// tag; in a mixed list the descending parts are held in their descending form. The tag is named after the
+/// table. Errors: InvalidArgument for an empty list or a field that does not exist, Syntax for a faulty
+/// expression.
+cdx::TagDefinition DefaultTag(const DbfTable::Content& content, const std::vector<IndexField>& fields);
+
+/// The name of the tag that index building makes for a table: its first ten letters, digits and underscores.
+std::string DefaultTagName(std::string_view tableName);
+
+}  // namespace zu::dbf::maintenance
