@@ -1,0 +1,36 @@
+// Functions with arguments left out at the end, as JScript can do it.
+Probe.DbfOpen("t");
+same(Last, "DbfOpen('t')", "DbfOpen");
+Probe.DbfSelect("t");
+same(Last, "DbfSelect('t', none, missing, 0)", "DbfSelect: only the table");
+Probe.DbfSelect("t", "c", ["A", "B"], 5);
+same(Last.indexOf("DbfSelect('t', 'c', "), 0, "DbfSelect: all arguments arrive");
+ok(Last.indexOf(", 5)") > 0, "DbfSelect: the limit behind an array");
+Probe.DbfLookup("t");
+same(Last, "DbfLookup('t', missing, missing, missing, 1)", "DbfLookup: only the table");
+Probe.DbfLookup("t", 5, false);
+same(Last, "DbfLookup('t', 5, False, missing, 1)", "DbfLookup: key and exactness");
+same(Probe.DbfCount("t"), 7, "DbfCount: used for its result");
+same(Last, "DbfCount('t', none)", "DbfCount: only the table");
+Probe.DbfTop();
+same(Last, "DbfTop(missing)", "DbfTop without a view");
+Probe.Descend(1.5);
+same(Last, "Descend(1.5, none)", "Descend without a technology");
+Probe.DbfDelete("t", "k");
+same(Last, "DbfDelete('t', 'k', True, 1)", "DbfDelete: defaults");
+Probe.DbfDelete("t", "k", false, 8);
+same(Last, "DbfDelete('t', 'k', False, 8)", "DbfDelete: all arguments");
+Probe.DbfUndelete("t");
+same(Last, "DbfUndelete('t', none)", "DbfUndelete: only the table");
+Probe.DbfFromDbf("d", "s");
+same(Last, "DbfFromDbf('d', 's', none, missing, 0, missing, missing, missing, missing)", "DbfFromDbf: only the tables");
+Probe.DbfToDel("s", "file");
+same(Last, "DbfToDel('s', 'file', missing, missing, 0, Nothing)", "DbfToDel: only table and file");
+Probe.DbfFromFile("d", "file", "c");
+same(Last, "DbfFromFile('d', 'file', 'c', missing, Nothing, none, missing, missing, missing)", "DbfFromFile: with a condition");
+Probe.DbfEdit("t", "title");
+same(Last, "DbfEdit('t', 'title', missing, missing, 400, missing, -1, -1, missing, False)", "DbfEdit: title");
+Probe.DbfPick("t");
+same(Last, "DbfPick('t', none, none, 400, missing, -1, -1, missing, missing)", "DbfPick: only the table");
+
+finish();

@@ -1,0 +1,56 @@
+"""Running programs under the launcher of the tests."""
+import os
+import pathlib
+import signal
+import subprocess
+import tempfile
+from dataclasses import dataclass
+
+LAUNCHER = pathlib.Path(__file__).resolve().parents[3] / "tools" / "wine-run"
+
+
+@dataclass
+class Outcome:
+    code: int
+    out: str
+    err: str
+    timed_out: bool = False
+
+    def describe(self):
+        ending = "did not end in time" if self.timed_out else f"exit code {self.code}"
+        return f"{ending}\n--- standard output\n{self.out}\n--- standard error\n{self.err}"
+
+
+def windows_path(path):
+    """A path of this machine as Windows programs find it."""
+    return "Z:" + str(path).replace("/", "\\") if os.name != "nt" else str(path)
+
+
+def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=None, interrupt_after=None):
+    """Runs a Windows program to its end.
+
+    The streams are files: background processes of an emulator may keep pipes open long after the program has
+    ended. `interrupt_after` sends Ctrl+C after so many seconds.
+    """
+    with tempfile.TemporaryFile() as source, tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
+        source.write(stdin)
+        source.seek(0)
+        variables = dict(os.environ, **(environment or {}))
+        process = subprocess.Popen([str(LAUNCHER), str(program), *arguments], stdin=source, stdout=out, stderr=err,
+                                   cwd=folder, env=variables, start_new_session=True)
+        timed_out = False
+        try:
+            if interrupt_after is not None:
+                try:
+                    process.wait(interrupt_after)
+                except subprocess.TimeoutExpired:
+                    process.send_signal(signal.SIGINT)
+            process.wait(seconds)
+        except subprocess.TimeoutExpired:
+            timed_out = True
+            process.kill()
+            process.wait()
+        out.seek(0)
+        err.seek(0)
+        return Outcome(process.returncode, out.read().decode("utf-8", "replace"),
+                       err.read().decode("utf-8", "replace"), timed_out)

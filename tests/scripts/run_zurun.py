@@ -1,0 +1,261 @@
+#!/usr/bin/python3
+"""Tests the program zurun itself: command line, exit codes, streams, error positions, finding the DLLs.
+
+run_zurun.py --bin FOLDER --work FOLDER --results FILE
+"""
+import argparse
+import pathlib
+import shutil
+import sys
+
+sys.dont_write_bytecode = True
+
+from harness.programs import run, windows_path  # noqa: E402
+from harness.results import Results  # noqa: E402
+from harness.script_files import scripts_of  # noqa: E402
+from harness.tables import prepare  # noqa: E402
+
+DLLS = ("Zuengine.dll", "ZuDBFFunctions.dll")
+
+
+class Checks:
+    """Runs the program and compares; each check is one test with a statement for a name."""
+
+    def __init__(self, binaries, work):
+        self.results = Results("zurun_program")
+        self.binaries = binaries
+        self.program = binaries / "zurun.exe"
+        self.work = work
+        self.group = ""
+
+    def run(self, *arguments, **options):
+        return run(options.pop("program", self.program), *arguments, **options)
+
+    def file(self, name, content):
+        path = self.work / name
+        path.write_bytes(content if isinstance(content, bytes) else content.encode())
+        return windows_path(path)
+
+    def expect(self, statement, outcome, code=0, out=None, err=None, out_has=(), err_has=(), out_lacks=()):
+        """`out` and `err` are the whole texts (with LF), `..._has` pieces of them."""
+        faults = []
+        actual_out, actual_err = outcome.out.replace("\r\n", "\n"), outcome.err.replace("\r\n", "\n")
+        if outcome.timed_out or outcome.code != code:
+            faults.append(f"exit code {code} was expected")
+        if out is not None and actual_out != out:
+            faults.append(f"expected on standard output: {out!r}")
+        if err is not None and actual_err != err:
+            faults.append(f"expected on standard error: {err!r}")
+        faults += [f"standard output lacks {piece!r}" for piece in out_has if piece not in actual_out]
+        faults += [f"standard error lacks {piece!r}" for piece in err_has if piece not in actual_err]
+        faults += [f"standard output has {piece!r}" for piece in out_lacks if piece in actual_out]
+        self.results.add(self.group, statement, "\n".join(faults + [outcome.describe()]) if faults else None)
+
+
+def command_line(check):
+    check.expect("--version names the program and its version", check.run("--version"), out_has=["zurun "])
+    check.expect("--help shows the options", check.run("--help"), out_has=["-e CODE", "--data DIR", "Exit codes"], err="")
+    check.expect("no script is wrong usage", check.run(), 64, out="", err_has=["no script is named", "--help"])
+    check.expect("an unknown option is wrong usage", check.run("--nonsense", "a.vbs"), 64, err_has=["--nonsense"])
+    check.expect("an unknown language is wrong usage", check.run("--language", "perl", "-e", "1"), 64, err_has=["perl"])
+    check.expect("a missing script has a code of its own", check.run("no such file.vbs"), 66, out="",
+                 err_has=["no such file.vbs"])
+    check.expect("a file without a known extension needs a language", check.run(check.file("x.txt", "Echo 1")), 64,
+                 err_has=["--language"])
+    check.expect("a stated language does", check.run("--language", "vbscript", check.file("x.txt", "Echo 1")), out="1\n")
+    check.expect("the options of cscript are passed over",
+                 check.run("//nologo", "//T:9", check.file("o.vbs", "Echo Args.Count, Args(0)"), "//B", "x"), out="1 x\n")
+    check.expect("//E states a language", check.run("//E:jscript", check.file("x.txt", "Echo(1 + 1);")), out="2\n")
+    check.expect("a file that is no text is refused", check.run(check.file("zero.vbs", b"Echo 1\r\nEcho\x00 2")), 66,
+                 out="", err_has=["line 2"])
+    check.expect("a data folder that does not exist is refused", check.run("--data", "no such folder", "-e", "Echo 1"), 66,
+                 out="", err_has=["no such folder"])
+
+
+def exit_codes(check):
+    check.expect("a script that ends ends with 0", check.run("-e", "x = 1"), out="", err="")
+    for code in (0, 1, 5, 125):
+        check.expect(f"Quit {code} ends with {code}", check.run("-e", f"Quit {code}"), code, err="")
+    check.expect("Quit alone ends with 0", check.run("-e", "Quit"), err="")
+    check.expect("WScript.Quit does the same", check.run("-e", "WScript.Quit 9"), 9, err="")
+    check.expect("in JScript too", check.run("--language", "js", "-e", "WScript.Quit(9)"), 9, err="")
+    check.expect("nothing runs after Quit", check.run("-e", "Echo 1\nQuit 3\nEcho 2"), 3, out="1\n", err="")
+    check.expect("not even when errors are passed over",
+                 check.run("-e", "On Error Resume Next\nQuit 4\nEcho 2\nQuit 5"), 4, out="", err="")
+    check.expect("nor when they are caught",
+                 check.run("--language", "js", "-e", "try { Quit(4); } catch (e) { Echo(e.message); } Quit(5);"), 4,
+                 out="", err="")
+    check.expect("Quit works in a routine", check.run("-e", "Leave\nEcho 1\nSub Leave\nQuit 6\nEnd Sub"), 6, out="", err="")
+    check.expect("an error ends with 1", check.run("-e", "Err.Raise 5"), 1)
+    check.expect("an error that is handled does not", check.run("-e", "On Error Resume Next\nErr.Raise 5\nEcho Err.Number"),
+                 out="5\n", err="")
+
+
+def error_positions(check):
+    path = check.file("broken.vbs", "Echo 1\r\n\tx = 1\r\n    Err.Raise 513, \"me\", \"it broke\"\r\nEcho 2\r\n")
+    check.expect("a VBScript error has file, line, column, message, line and mark", check.run(path), 1, out="1\n",
+                 err=f"{path}:3:5: it broke (0x800A0201)\n    Err.Raise 513, \"me\", \"it broke\"\n    ^\n")
+    path = check.file("syntax.vbs", "Echo 1\r\nx = (1 +\r\n")
+    check.expect("a VBScript syntax error too, and nothing runs", check.run(path), 1, out="",
+                 err_has=[f"{path}:2:", "x = (1 +\n", "^\n"])
+    path = check.file("broken.js", "Echo(1);\r\n\tvar y = noSuchThing.member;\r\n")
+    check.expect("a JScript error has line, column and mark behind the tab", check.run(path), 1, out="1\n",
+                 err_has=[f"{path}:2:", "\tvar y = noSuchThing.member;\n\t", "^\n"])
+    path = check.file("syntax.js", "Echo(1);\r\nvar x = = 2;\r\n")
+    check.expect("a JScript syntax error too, and nothing runs", check.run(path), 1, out="", err_has=[f"{path}:2:9: "])
+    path = check.file("thrown.js", "throw new Error('thrown on purpose');")
+    check.expect("an exception shows its message", check.run(path), 1, err_has=[f"{path}:1:", "thrown on purpose"])
+    path = check.file("umlaut.vbs", "x = \"ä€\" : Err.Raise 513, \"me\", \"Größe €\"")
+    check.expect("messages and lines beyond ASCII are UTF-8", check.run(path), 1, err_has=["Größe €", "x = \"ä€\""])
+    check.expect("code on the command line is called -e", check.run("-e", "Echo 1\nErr.Raise 513, \"me\", \"no\""), 1,
+                 err_has=["-e:2:1: no"])
+    check.expect("a script on standard input is called stdin", check.run("-", stdin=b"Err.Raise 513, \"me\", \"no\""), 1,
+                 err_has=["stdin:1:1: no"])
+    check.expect("an error of a component shows its text", check.run("-e", "CreateObject(\"No.Such.Class\")"), 1,
+                 err_has=["-e:1:1: "])
+
+
+def streams(check):
+    check.expect("Echo joins values by blanks and shows them as VBScript does",
+                 check.run("-e", "Echo 1, \"two\", 2.5, True, Null, Empty, Nothing, Array(1, \"a\"), CCur(1.25)"),
+                 out="1 two 2.5 True Null  Nothing (1, a) 1.25\n")
+    check.expect("Echo without values is an empty line", check.run("-e", "Echo"), out="\n")
+    check.expect("Echo of JScript values",
+                 check.run("--language", "js", "-e", "Echo(1, 'two', true, null, [1, 2])"), out="1 two True Null 1,2\n")
+    outcome = check.run("-e", "Echo 1\nWScript.StdOut.WriteLine 2")
+    check.results.add("streams", "lines end with CR LF",
+                      None if outcome.out == "1\r\n2\r\n" else outcome.describe())
+    outcome = check.run("-e", "Echo 1\nWScript.StdOut.WriteLine 2", environment={"ZURUN_EOL": "lf"})
+    check.results.add("streams", "or with LF alone when the environment says so",
+                      None if outcome.out == "1\n2\n" else outcome.describe())
+    check.expect("StdOut writes pieces and lines",
+                 check.run("-e", "With WScript.StdOut\n.Write \"a\"\n.Write 1\n.WriteLine \"b\"\n.WriteBlankLines 2\n"
+                           ".WriteLine\nEnd With"), out="a1b\n\n\n\n")
+    check.expect("StdErr is apart", check.run("-e", "WScript.StdErr.WriteLine \"e\"\nEcho 1"), out="1\n", err="e\n")
+    check.expect("StdIn reads lines to the end",
+                 check.run("-e", "Do Until WScript.StdIn.AtEndOfStream\nEcho \"[\" & WScript.StdIn.ReadLine & \"]\"\nLoop",
+                           stdin="one\r\nzwei ä\n\nlast".encode()), out="[one]\n[zwei ä]\n[]\n[last]\n")
+    check.expect("StdIn reads characters and the rest",
+                 check.run("-e", "Echo WScript.StdIn.Read(2)\nWScript.StdIn.Skip 1\nEcho WScript.StdIn.AtEndOfLine\n"
+                           "WScript.StdIn.SkipLine\nEcho WScript.StdIn.ReadAll", stdin="äöü\nrest\nend".encode()),
+                 out="äö\nTrue\nrest\nend\n")
+    check.expect("reading past the end is error 62",
+                 check.run("-e", "On Error Resume Next\nx = WScript.StdIn.ReadLine\nEcho Err.Number"), out="62\n")
+    check.expect("a script comes from standard input", check.run("-", "a", stdin="Echo \"ä\", Args(0)".encode()), out="ä a\n")
+    check.expect("in JScript when it looks like it", check.run("-", stdin=b"var x = [1, 2]; Echo(x.length);"), out="2\n")
+    for name, content in {
+            "UTF-8": "Echo \"ä€\"".encode(), "UTF-8 with mark": "\ufeffEcho \"ä€\"".encode(),
+            "UTF-16": "\ufeffEcho \"ä€\"".encode("utf-16-le"), "UTF-16, other byte order": "\ufeffEcho \"ä€\"".encode("utf-16-be"),
+            "the ANSI code page": "Echo \"ä€\"".encode("cp1252")}.items():
+        check.expect(f"a script file may be {name}", check.run(check.file("encoded.vbs", content)), out="ä€\n")
+    check.expect("characters beyond the basic plane pass", check.run(check.file("plane.vbs", "Echo \"😀\"")), out="😀\n")
+
+
+def arguments(check):
+    path = check.file("arguments.vbs", "For Each a In Args\nEcho \"[\" & a & \"]\"\nNext\nEcho Args.Count")
+    check.expect("arguments arrive whole: blanks, quotes, backslashes, nothing, beyond ASCII",
+                 check.run(path, "two words", "a\"b", "c:\\x\\", "", "ä€", "-e", "--trace"),
+                 out="[two words]\n[a\"b]\n[c:\\x\\]\n[]\n[ä€]\n[-e]\n[--trace]\n7\n")
+    check.expect("no arguments", check.run(path), out="0\n")
+    check.expect("an argument that is not there is an error", check.run("-e", "Echo Args(0)"), 1,
+                 err_has=["-e:1:1: there is no argument 0"])
+    check.expect("named arguments are sorted out",
+                 check.run("-e", "With WScript.Arguments\nEcho .Named(\"n\"), .Named.Count, .Unnamed(0), .Unnamed.Count\n"
+                           "Echo .Named.Exists(\"flag\"), .Named.Exists(\"other\")\nEnd With", "/n:v", "plain", "/flag"),
+                 out="v 2 plain 1\nTrue False\n")
+
+
+def tables(check, facts):
+    folder = facts["tables"]
+    check.expect("--data is where databases without a path are found",
+                 check.run("--data", str(pathlib.PureWindowsPath(folder).parent), "-e", "Echo DbfCount(\"tables>customers\")"),
+                 out=f"{facts['customers']}\n", err="")
+    check.expect("a faulty condition answers -1 and its reason goes to standard error",
+                 check.run("-e", f"Echo DbfCount(\"{folder}>customers\", \"CREDIT >\")"), out="-1\n", err_has=["0x80041017"])
+    check.expect("an unknown field is named",
+                 check.run("-e", f"Echo DbfCount(\"{folder}>customers\", \"NOSUCHFIELD = 1\")"), out="-1\n",
+                 err_has=["NOSUCHFIELD"])
+    for name in ("nosuch", "empty", "cut-header", "text"):
+        check.expect(f"the reason why {name} cannot be opened goes to standard error",
+                     check.run("-e", f"Echo DbfCount(\"{folder}>{name}\")"), out="-1\n", err_has=[name])
+    check.expect("an unknown index is reported",
+                 check.run("-e", f"Echo DbfOpen(\"{folder}>customers\").OpenIndex(\"NOSUCH\")"), out="False\n")
+    path = check.file("routine.vbs", f"Echo DbfOpen(\"{folder}>customers\").Process(\"Count\", \"\", , 5)\r\n"
+                      "Function Count()\r\n  Err.Raise 513, \"me\", \"the routine broke\"\r\nEnd Function\r\n")
+    check.expect("a routine that fails is reported at its own line, and the run ends with 1", check.run(path), 1, out="0\n",
+                 err_has=[f"{path}:3:3: the routine broke"])
+    check.expect("--trace shows the engine's log", check.run("--trace", "-e", "Engine.Engine.Trace \"a note\""),
+                 err_has=["a note"])
+    check.expect("without it the log stays away", check.run("-e", "Engine.Engine.Trace \"a note\""), err="")
+    check.expect("Quit leaves an open table and its view in peace",
+                 check.run("-e", f"Set t = DbfOpen(\"{folder}>customers\")\nSet v = t.Filter(\"\")\nQuit 3"), 3, err="")
+
+
+def interruption(check):
+    for name, code in {"VBScript": "Echo 1\nDo\nLoop", "JScript": "Echo(1); for (;;) { var x = 1; }"}.items():
+        check.expect(f"Ctrl+C ends a {name} that never ends",
+                     check.run("--language", name, "-e", code, interrupt_after=3, seconds=30), 130, out="1\n")
+    check.expect("Ctrl+C ends a script that sleeps",
+                 check.run("-e", "Echo 1\nWScript.Sleep 600000\nEcho 2", interrupt_after=3, seconds=30), 130, out="1\n")
+
+
+def registration(check, facts):
+    code = f"Echo DbfCount(\"{facts['tables']}>customers\")"
+    alone = check.work / "alone"
+    alone.mkdir(exist_ok=True)
+    copy = shutil.copy(check.program, alone / "zurun.exe")
+    for name in reversed(DLLS):
+        check.run("/u", "/s", windows_path(check.binaries / name), program="regsvr32")
+    check.expect("the DLLs beside the program work unregistered", check.run("-e", code), out=f"{facts['customers']}\n")
+    check.expect("without DLLs and registration a function says what is missing", check.run("-e", code, program=copy), 1,
+                 out="", err_has=["ZuDBFFunctions.Functions", "beside zurun.exe or be registered"])
+    check.expect("so does Engine", check.run("-e", "Echo Engine.Version", program=copy), 1, err_has=["Zuengine.Zuproject"])
+    check.expect("scripts that need neither run all the same", check.run("-e", "Echo 1 + 1", program=copy), out="2\n", err="")
+    for name in DLLS:
+        check.expect(f"{name} can be registered", check.run("/s", windows_path(check.binaries / name), program="regsvr32"))
+    check.expect("without DLLs beside the program the registered ones are used", check.run("-e", code, program=copy),
+                 out=f"{facts['customers']}\n")
+    check.expect("registered DLLs beside the program work", check.run("-e", code), out=f"{facts['customers']}\n")
+
+
+def compatibility(check):
+    for script in scripts_of("compatible"):
+        words = [windows_path(script), "one", "two words"]
+        ours, theirs = check.run("//nologo", *words), check.run("//nologo", *words, program="cscript")
+        same = (ours.out, ours.code) == (theirs.out, theirs.code) and ours.out
+        check.results.add(check.group, f"{script.name} writes and ends the same under cscript",
+                          None if same else f"zurun: {ours.describe()}\ncscript: {theirs.describe()}")
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("--bin", type=pathlib.Path, required=True)
+    parser.add_argument("--work", type=pathlib.Path, required=True)
+    parser.add_argument("--results", required=True)
+    parser.add_argument("--only", help="run only the group with this name")
+    options = parser.parse_args()
+
+    facts = prepare(options.work / "tables", options.bin / "zugenerate.exe")
+    work = options.work / "zurun program"
+    work.mkdir(parents=True, exist_ok=True)
+    check = Checks(options.bin, work)
+    groups = {
+        "command line": lambda: command_line(check),
+        "exit codes": lambda: exit_codes(check),
+        "error positions": lambda: error_positions(check),
+        "streams": lambda: streams(check),
+        "arguments": lambda: arguments(check),
+        "tables": lambda: tables(check, facts),
+        "interruption": lambda: interruption(check),
+        "registration": lambda: registration(check, facts),
+        "compatibility": lambda: compatibility(check),
+    }
+    for name, group in groups.items():
+        if options.only in (None, name):
+            check.group = name
+            group()
+    return check.results.write(options.results)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
