@@ -49,15 +49,19 @@ bool ClimbsOut(std::string_view relative) noexcept {
     return false;
 }
 
-/// A name that starts in a folder: no root, no drive, no stream, no NUL, no way out.
+/// A name that starts in a folder: no root, no drive, no stream, no way out.
 void RequireInside(std::string_view name, const char* what) {
+    if (name.find('\0') != std::string_view::npos) {
+        throw Error(ErrorKind::InvalidArgument,
+                    "The " + std::string(what) + " name cannot be used: it contains a NUL character.");
+    }
     const bool rooted = files::IsAbsolute(name) || (!name.empty() && files::IsSeparator(name.front()));
-    const bool unusable = name.find('\0') != std::string_view::npos
 #ifdef _WIN32
-                          || name.find(':') != std::string_view::npos
+    const bool hasColon = name.find(':') != std::string_view::npos;
+#else
+    const bool hasColon = false;
 #endif
-        ;
-    if (rooted || unusable || ClimbsOut(name)) {
+    if (rooted || hasColon || ClimbsOut(name)) {
         throw Error(ErrorKind::InvalidArgument, "The " + std::string(what) + " name \"" + std::string(name) +
                                                     "\" cannot be used: it leads out of its folder.");
     }
