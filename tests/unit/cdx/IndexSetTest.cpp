@@ -192,9 +192,10 @@ TEST(DamagedIndex, IsRejectedByTheWalkThatMeetsTheFault) {
     BuiltIndex index(table, {{"NAME", "NAME", ""}});
     CdxFile file(index.memory.Open("test.cdx", {}));
     ASSERT_GT(file.pageCount(), 1024U) << "too small to escape the first look";
-    // A leaf that no probe touches: in it one entry leads to the record of another.
+    // A leaf that no probe touches, with entries of four bytes: in it one entry leads to the record of
+    // another.
     const std::uint32_t leafOffset = 0xA00 + 20 * kPageSize;
-    index.Patch(leafOffset + leaf::kEntries, AsText(file.Page(leafOffset).data() + leaf::kEntries + 3, 2));
+    index.Patch(leafOffset + leaf::kEntries, AsText(file.Page(leafOffset).data() + leaf::kEntries + 4, 2));
     IndexSet& indexes = index.Open();
     EXPECT_TRUE(indexes.descriptions()[0].usable);
     try {
