@@ -26,6 +26,16 @@ void AppendQuoted(std::string_view text, char opening, char closing, std::string
     out.push_back(closing);
 }
 
+void AppendTime(std::int32_t milliseconds, std::string& out) {
+    out.push_back(' ');
+    AppendReadableTime(milliseconds, out);
+    const std::int32_t rest = milliseconds % 1000;
+    if (rest == 0) return;
+    out.push_back('.');
+    for (const std::int32_t place : {100, 10, 1})
+        out.push_back(static_cast<char>('0' + rest / place % 10));
+}
+
 void AppendLiteral(const Node& node, std::string& out) {
     switch (node.type) {
         case Type::Boolean:
@@ -41,7 +51,7 @@ void AppendLiteral(const Node& node, std::string& out) {
         case Type::DateTime:
             out += "{^";
             if (!node.date.isEmpty) AppendDigitDate(node.date.julianDay, out);
-            if (node.type == Type::DateTime) out.append(" ").append(std::to_string(node.date.milliseconds));
+            if (node.type == Type::DateTime) AppendTime(node.date.milliseconds, out);
             out += "}";
             break;
         case Type::Unknown:

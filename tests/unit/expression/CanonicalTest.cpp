@@ -41,8 +41,9 @@ TEST(Canonical, PutsNamesInBracketsThatAreNoWords) {
 }
 
 TEST(Canonical, CompilesToItself) {
-    for (const auto* source : {u"-ID ^ 2 + QTY % 3 > 5 AND NOT PAID OR CUSTOMER $ 'a\"b'",
-                               u"ORDERED = {} OR NULL IS NULL", u"ID IN (1, -2.5)"}) {
+    for (const auto* source :
+         {u"-ID ^ 2 + QTY % 3 > 5 AND NOT PAID OR CUSTOMER $ 'a\"b'", u"ORDERED = {} OR NULL IS NULL",
+          u"ID IN (1, -2.5)", u"STAMP > {2024-01-31 13:45:30.250}"}) {
         const RecordBuilder builder = SampleRecord();
         const Program first = Program::Compile(source, builder.layout);
         const Program second = Program::CompileBytes(first.canonical(), builder.layout);
