@@ -13,7 +13,7 @@ void TreeChecker::Check(std::uint32_t root) {
     CheckLinks();
 }
 
-std::optional<TreeChecker::Entry> TreeChecker::CheckPage(std::uint32_t offset, std::size_t level) {
+std::optional<CheckedEntry> TreeChecker::CheckPage(std::uint32_t offset, std::size_t level) {
     if (level >= kMaxDepth) {
         findings_.Fault(offset, "the tree is deeper than " + std::to_string(kMaxDepth) + " levels");
         return std::nullopt;
@@ -45,7 +45,7 @@ std::optional<TreeChecker::Entry> TreeChecker::CheckPage(std::uint32_t offset, s
     }
 }
 
-std::optional<TreeChecker::Entry> TreeChecker::CheckLeaf(PageBytes bytes, std::uint32_t offset) {
+std::optional<CheckedEntry> TreeChecker::CheckLeaf(PageBytes bytes, std::uint32_t offset) {
     leaf_.Unpack(bytes, offset, shape_);
     const LeafLayout& layout = leaf_.layout();
     if (layout.recordBits + 2 * layout.countBits != 8 * layout.entrySize) {
@@ -66,7 +66,7 @@ std::optional<TreeChecker::Entry> TreeChecker::CheckLeaf(PageBytes bytes, std::u
                                         " is not behind that of record " + std::to_string(last_->record) +
                                         " (not in byte order)");
         }
-        if (!last_) last_.emplace();
+        if (!last_) last_ = Entry{};
         last_->key.assign(key, key + shape_.length);
         last_->record = record;
         take_(key, record, offset);
@@ -74,11 +74,11 @@ std::optional<TreeChecker::Entry> TreeChecker::CheckLeaf(PageBytes bytes, std::u
     return leaf_.size() > 0 ? last_ : std::nullopt;
 }
 
-std::optional<TreeChecker::Entry> TreeChecker::CheckInterior(PageBytes bytes, std::uint32_t offset,
-                                                             std::size_t level) {
+std::optional<CheckedEntry> TreeChecker::CheckInterior(PageBytes bytes, std::uint32_t offset,
+                                                       std::size_t level) {
     // Reading the children may drop the page from memory: its entries are copied first.
     const InteriorPage page(bytes, offset, shape_);
-    std::vector<Entry> separators(page.size());
+    std::vector<CheckedEntry> separators(page.size());
     std::vector<std::uint32_t> children(page.size());
     for (std::size_t i = 0; i < page.size(); ++i) {
         separators[i].key.assign(page.key(i), page.key(i) + shape_.length);
@@ -86,7 +86,7 @@ std::optional<TreeChecker::Entry> TreeChecker::CheckInterior(PageBytes bytes, st
         children[i] = page.child(i);
     }
     for (std::size_t i = 0; i < children.size(); ++i) {
-        const std::optional<Entry> last = CheckPage(children[i], level + 1);
+        const std::optional<CheckedEntry> last = CheckPage(children[i], level + 1);
         if (last && (last->key != separators[i].key || last->record != separators[i].record)) {
             findings_.Fault(offset, "entry " + std::to_string(i + 1) + " (record " +
                                         std::to_string(separators[i].record) +
