@@ -66,7 +66,7 @@ std::optional<CheckedEntry> TreeChecker::CheckLeaf(PageBytes bytes, std::uint32_
                                         " is not behind that of record " + std::to_string(last_->record) +
                                         " (not in byte order)");
         }
-        if (!last_) last_ = Entry{};
+        if (!last_) last_.emplace();
         last_->key.assign(key, key + shape_.length);
         last_->record = record;
         take_(key, record, offset);

@@ -14,6 +14,12 @@
 
 namespace zu::dbf::cdx {
 
+/// An entry of the tree as the check remembers it.
+struct CheckedEntry {
+    std::vector<std::byte> key;
+    std::uint32_t record = 0;
+};
+
 /// Checks the structure of one tree and hands out its entries in order.
 class TreeChecker {
 public:
@@ -26,19 +32,15 @@ public:
     void Check(std::uint32_t root);
 
 private:
-    struct Entry {
-        std::vector<std::byte> key;
-        std::uint32_t record = 0;
-    };
     struct Place {
         std::uint32_t offset = 0;
         PageHeader header;
     };
 
     // Each answers the last entry below the page, nothing when there is none or the page cannot be read.
-    std::optional<Entry> CheckPage(std::uint32_t offset, std::size_t level);
-    std::optional<Entry> CheckLeaf(PageBytes bytes, std::uint32_t offset);
-    std::optional<Entry> CheckInterior(PageBytes bytes, std::uint32_t offset, std::size_t level);
+    std::optional<CheckedEntry> CheckPage(std::uint32_t offset, std::size_t level);
+    std::optional<CheckedEntry> CheckLeaf(PageBytes bytes, std::uint32_t offset);
+    std::optional<CheckedEntry> CheckInterior(PageBytes bytes, std::uint32_t offset, std::size_t level);
     void CheckLinks();
 
     CdxFile& file_;
@@ -47,7 +49,7 @@ private:
     KeyShape shape_;
     TakeEntry take_;
     LeafPage leaf_;
-    std::optional<Entry> last_;
+    std::optional<CheckedEntry> last_;
     std::optional<std::size_t> leafLevel_;
     std::vector<std::vector<Place>> levels_;
 };
