@@ -189,16 +189,12 @@ Dispatcher::Dispatcher(std::span<const IID> interfaces, const DispatchOptions& o
 HRESULT Dispatcher::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {
     if (!names || !ids || count == 0) return E_INVALIDARG;
     std::fill_n(ids, count, DISPID_UNKNOWN);
-    try {
-        const std::wstring wanted = Fold(names[0]);
-        const auto found =
-            std::lower_bound(names_.begin(), names_.end(), wanted,
-                             [](const Name& name, const std::wstring& text) { return name.folded < text; });
-        if (found == names_.end() || found->folded != wanted) return DISP_E_UNKNOWNNAME;
-        ids[0] = found->id;
-    } catch (...) {
-        return TranslateCurrentException();
-    }
+    const std::wstring_view wanted = names[0];
+    const auto found = std::lower_bound(
+        names_.begin(), names_.end(), wanted,
+        [](const Name& name, std::wstring_view text) { return ComesBefore(name.folded, text); });
+    if (found == names_.end() || !SameName(found->folded, wanted)) return DISP_E_UNKNOWNNAME;
+    ids[0] = found->id;
     // Further names are parameters; their ids are their positions.
     const Member* member = FindMember(ids[0]);
     HRESULT result = S_OK;

@@ -5,8 +5,11 @@
 namespace zu::com {
 
 ComPtr<IUnknown> EnumVariant::Make(Sequence sequence) {
-    auto shared = std::make_shared<const Sequence>(std::move(sequence));
-    return ComPtr<IUnknown>::Adopt(static_cast<IEnumVARIANT*>(new EnumVariant(std::move(shared), 0)));
+    return ComPtr<IUnknown>(MakeAt(std::make_shared<const Sequence>(std::move(sequence)), 0).get());
+}
+
+ComPtr<IEnumVARIANT> EnumVariant::MakeAt(std::shared_ptr<const Sequence> sequence, ULONG position) {
+    return ComPtr<IEnumVARIANT>::Adopt(new EnumVariant(std::move(sequence), position));
 }
 
 HRESULT EnumVariant::QueryInterface(REFIID iid, void** object) noexcept {
@@ -72,7 +75,7 @@ HRESULT EnumVariant::Reset() noexcept {
 HRESULT EnumVariant::Clone(IEnumVARIANT** copy) noexcept {
     if (!copy) return E_POINTER;
     *copy = nullptr;
-    return Guard([&] { *copy = new EnumVariant(sequence_, position_); });
+    return Guard([&] { *copy = MakeAt(sequence_, position_).detach(); });
 }
 
 }  // namespace zu::com

@@ -38,6 +38,8 @@ private:
         : sequence_(std::move(sequence)), position_(position) {}
     ~EnumVariant() = default;
 
+    static ComPtr<IEnumVARIANT> MakeAt(std::shared_ptr<const Sequence> sequence, ULONG position);
+
     std::shared_ptr<const Sequence> sequence_;
     ULONG position_;
     std::atomic<ULONG> references_{1};

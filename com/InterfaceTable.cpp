@@ -228,4 +228,10 @@ bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
                       [](wchar_t a, wchar_t b) { return FoldCharacter(a) == FoldCharacter(b); });
 }
 
+bool ComesBefore(std::wstring_view left, std::wstring_view right) noexcept {
+    return std::lexicographical_compare(
+        left.begin(), left.end(), right.begin(), right.end(),
+        [](wchar_t a, wchar_t b) { return FoldCharacter(a) < FoldCharacter(b); });
+}
+
 }  // namespace zu::com

@@ -69,5 +69,7 @@ private:
 /// Names of members and parameters are compared without regard to case; they are ASCII.
 std::wstring Fold(std::wstring_view name);
 bool SameName(std::wstring_view left, std::wstring_view right) noexcept;
+/// The order of folded names, for names of any case.
+bool ComesBefore(std::wstring_view left, std::wstring_view right) noexcept;
 
 }  // namespace zu::com
