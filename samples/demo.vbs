@@ -26,7 +26,7 @@ condition = "COUNTRY = 'SE' AND AMOUNT > 4000"
 Echo Plain(DbfCount(orders, condition), 9) & " orders meet   " & condition
 condition = "YEAR(ORDERED) = 2025 AND NOT PAID"
 Echo Plain(DbfCount(orders, condition), 9) & " orders meet   " & condition
-condition = "NOTE LIKE '%fragile%' OR NOTE LIKE '%Fragile%'"
+condition = "UPPER(NOTE) LIKE '%FRAGILE%'"
 Echo Plain(DbfCount(orders, condition), 9) & " orders meet   " & condition
 Took "three counts by condition, the last one through the notes of the memo file"
 
@@ -50,7 +50,7 @@ Loop
 Took "one selection, " & shown & " lookups by key"
 
 Heading "Look up by condition"
-Set view = DbfLookup(customers, "CITY = 'Göteborg' AND CREDIT > 900000", , , 4)
+Set view = DbfLookup(customers, "CITY = 'Göteborg' AND CREDIT > 400000", , , 4)
 view.MoveFirst
 Do Until view.Eof
     Echo "  " & Left(view("NAME").Value & Space(34), 34) & Money(view("CREDIT").Value, 14) & "  " & view("CONTACT").Value
