@@ -65,7 +65,7 @@ TEST(NumberText, TellsBlankFromUnreadable) {
         EXPECT_EQ(Number(blank, NumberForm::Blank), 0);
         EXPECT_EQ(Decimal(blank, NumberForm::Blank), DecimalDigits{});
     }
-    const std::string_view faults[] = {"****", "12A", "A",   "1.2.3", "1 2",   "1e", "1e+",
+    const std::string_view faults[] = {"****", "12A", "A",    "1.2.3", "1 2", "1e", "1e+",
                                        "e5",   "--5", "0x10", "1,2,3", "NaN", "inf"};
     for (const std::string_view fault : faults) {
         EXPECT_EQ(Number(fault, NumberForm::Unreadable), 0) << fault;
