@@ -10,7 +10,7 @@ namespace zu::host {
 class Zuproject final : public com::DualObject<Zuproject, ZuProject, ZuEngineCore, ZuEngineContext,
                                                ZuEngineData, ZuEngineMessages, ZuEngineUserInterface> {
 public:
-    static CLSID classId() noexcept { return __uuidof(::Zuproject); }
+    static CLSID classId() noexcept { return __uuidof(::Project); }
 
     // Shared by several interfaces, and the project's own
     HRESULT STDMETHODCALLTYPE Engine(IDispatch** Result) noexcept override;

@@ -7,7 +7,7 @@
 namespace {
 
 const zu::com::ClassEntry kClasses[] = {
-    {__uuidof(::Zuproject), L"Zuengine.Zuproject", L"Table engine for scripts",
+    {__uuidof(::Project), L"Zuengine.Zuproject", L"Table engine for scripts",
      &zu::com::CreateObject<zu::host::Zuproject>},
     {__uuidof(::Parser), L"ZuParser.Parser", L"Expression of the table engine",
      &zu::com::CreateObject<zu::host::Parser>},
