@@ -90,17 +90,19 @@ private:
         } else if (name == L"--data") {
             result_.dataFolder = ValueOf(name, L"a folder");
             if (result_.dataFolder->empty()) Refuse(L"--data needs a folder");
-        } else if (attached_) {
-            Refuse(L"unknown option " + name);
-        } else if (name == L"--trace") {
+        } else if (name == L"--trace" && !attached_) {
             result_.trace = true;
-        } else if (name == L"--version") {
+        } else if (name == L"--version" && !attached_) {
             result_.action = CommandLine::Action::Version;
-        } else if (name == L"--help" || name == L"-h" || name == L"-?" || name == L"/?" || name == L"//?") {
+        } else if (IsHelp(name) && !attached_) {
             result_.action = CommandLine::Action::Help;
         } else {
             Refuse(L"unknown option " + name);
         }
+    }
+
+    static bool IsHelp(const std::wstring& name) {
+        return name == L"--help" || name == L"-h" || name == L"-?" || name == L"/?" || name == L"//?";
     }
 
     std::wstring ValueOf(const std::wstring& name, std::wstring_view what) {

@@ -18,7 +18,7 @@ com::Variant Number(std::size_t value) {
     return com::Variant(static_cast<LONG>(value));
 }
 
-com::Variant Object(com::ComPtr<NamedMembers> object) {
+com::Variant Object(const com::ComPtr<NamedMembers>& object) {
     return com::Variant(static_cast<IDispatch*>(object.get()));
 }
 
@@ -108,7 +108,7 @@ com::ComPtr<NamedMembers> MakeUnnamed(const Texts& texts) {
 
 }  // namespace
 
-ScriptArguments::ScriptArguments(std::vector<std::wstring> arguments) {
+ScriptArguments::ScriptArguments(const std::vector<std::wstring>& arguments) {
     AddList(*this, arguments);
     std::vector<NamedArgument> named;
     Texts unnamed;

@@ -11,7 +11,7 @@ namespace zu::runner {
 /// Unnamed sort out arguments of the form /name:value, /name+, /name- and /name.
 class ScriptArguments final : public NamedMembers {
 public:
-    explicit ScriptArguments(std::vector<std::wstring> arguments);
+    explicit ScriptArguments(const std::vector<std::wstring>& arguments);
 };
 
 }  // namespace zu::runner

@@ -10,13 +10,13 @@
 
 namespace zu::runner {
 
-Session::Session(ScriptSource source, std::vector<std::wstring> arguments, Console& console,
+Session::Session(ScriptSource source, const std::vector<std::wstring>& arguments, Console& console,
                  EngineLink& engine)
     : source_(std::move(source)),
       console_(console),
       engine_(engine),
       host_(source_.language(), [this](const ScriptError& error) { Report(error); }),
-      arguments_(MakeUnknown<ScriptArguments>(std::move(arguments)).tryAs<IDispatch>()),
+      arguments_(MakeUnknown<ScriptArguments>(arguments).tryAs<IDispatch>()),
       routines_(MakeUnknown<ScriptRoutines>(host_)),
       functions_(MakeUnknown<GlobalFunctions>([&engine] { return engine.CreateFunctions(); })),
       interruption_([this] { return host_.Stop(); }) {

@@ -18,7 +18,8 @@ namespace zu::runner {
 /// One run of one script: its host, the objects it is given, and how it ends.
 class Session {
 public:
-    Session(ScriptSource source, std::vector<std::wstring> arguments, Console& console, EngineLink& engine);
+    Session(ScriptSource source, const std::vector<std::wstring>& arguments, Console& console,
+            EngineLink& engine);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;

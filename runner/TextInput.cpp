@@ -88,7 +88,7 @@ std::wstring TextInput::NextCharacter() {
     const std::size_t length = SequenceLength(static_cast<unsigned char>(buffer_[next_]));
     if (length > 1 && Available(length)) {
         // A sequence that is none counts as single bytes of the ANSI code page.
-        const std::wstring character = DecodePiece(std::string_view(buffer_).substr(next_, length));
+        std::wstring character = DecodePiece(std::string_view(buffer_).substr(next_, length));
         const bool wellFormed = character.size() == (length == 4 ? 2U : 1U);
         if (wellFormed) {
             next_ += length;

@@ -1,5 +1,7 @@
 #include "host/engine/Routines.h"
 
+#include <dispex.h>
+
 #include <array>
 #include <vector>
 
@@ -76,6 +78,20 @@ private:
     DISPPARAMS parameters_{};
 };
 
+/// The dispatch id of a method, DISPID_UNKNOWN when there is none.
+DISPID FindMethod(IDispatch* object, std::wstring_view name) {
+    std::wstring copy(name);
+    LPOLESTR text = copy.data();
+    DISPID id = DISPID_UNKNOWN;
+    if (SUCCEEDED(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_INVARIANT, &id))) return id;
+    // Objects of classes that a script defines may know their members by this interface only.
+    const auto extended = com::Share(object).tryAs<IDispatchEx>();
+    const com::Bstr wanted(name);
+    if (!extended || FAILED(extended->GetDispID(wanted.get(), fdexNameCaseInsensitive, &id)))
+        return DISPID_UNKNOWN;
+    return id;
+}
+
 [[noreturn]] void ThrowRaised(HRESULT result, EXCEPINFO& raised, std::wstring_view name) {
     if (result == DISP_E_EXCEPTION && raised.pfnDeferredFillIn) raised.pfnDeferredFillIn(&raised);
     const com::Bstr source = com::Bstr::Adopt(raised.bstrSource);
@@ -106,24 +122,18 @@ void Routines::SetHolder(IDispatch* holder) noexcept {
 
 DISPID Routines::Resolve(IDispatch* object, std::wstring_view name) {
     if (object == lastObject_.get() && name == lastName_) return lastId_;
-    std::wstring copy(name);
-    LPOLESTR text = copy.data();
-    DISPID id = DISPID_UNKNOWN;
-    if (FAILED(object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_INVARIANT, &id)) || id == DISPID_UNKNOWN)
-        throw com::ComError(DISP_E_UNKNOWNNAME, L"The script has no routine named \"" + copy + L"\"");
+    const DISPID id = FindMethod(object, name);
+    if (id == DISPID_UNKNOWN)
+        throw com::ComError(DISP_E_UNKNOWNNAME,
+                            L"The script has no routine named \"" + std::wstring(name) + L"\"");
+    lastName_ = name;
     lastObject_ = com::Share(object);
-    lastName_ = std::move(copy);
     lastId_ = id;
     return id;
 }
 
 bool Routines::Has(std::wstring_view name) {
-    if (!holder_ || name.empty()) return false;
-    std::wstring copy(name);
-    LPOLESTR text = copy.data();
-    DISPID id = DISPID_UNKNOWN;
-    return SUCCEEDED(holder_->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_INVARIANT, &id)) &&
-           id != DISPID_UNKNOWN;
+    return holder_ && !name.empty() && FindMethod(holder_.get(), name) != DISPID_UNKNOWN;
 }
 
 com::ComPtr<IDispatch> Routines::Find(std::wstring_view name) {

@@ -28,13 +28,16 @@ End Sub
 
 ' An argument of the form name=value.
 Function fact(name)
-    Dim argument
+    Dim argument, i
     fact = "(no fact " & name & ")"
-    For Each argument In WScript.Arguments
+    For i = 0 To WScript.Arguments.Count - 1
+        argument = WScript.Arguments(i)
         If Left(argument, Len(name) + 1) = name & "=" Then fact = Mid(argument, Len(name) + 2)
     Next
 End Function
 
 Sub finish()
-    WScript.Echo (okPassed + 0) & " passed, " & (okFailed + 0) & " failed"
+    Dim closing
+    closing = CStr(okPassed + 0) & " passed, " & CStr(okFailed + 0) & " failed"
+    WScript.Echo closing
 End Sub

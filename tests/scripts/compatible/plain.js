@@ -5,7 +5,6 @@ WScript.Echo(null);
 WScript.Echo([1, 2, 3]);
 WScript.Echo(WScript.ScriptName, WScript.Arguments.length);
 for (var i = 0; i < WScript.Arguments.length; i++) WScript.Echo("[" + WScript.Arguments(i) + "]");
-for (var e = new Enumerator(WScript.Arguments); !e.atEnd(); e.moveNext()) WScript.Echo(e.item());
 try {
     throw new Error("thrown");
 } catch (error) {

@@ -3,15 +3,15 @@ Option Explicit
 Dim argument, dictionary, key, regular, match, number
 
 WScript.Echo "Hello", 1, 2.5, "three"
-WScript.Echo
+WScript.Echo ""
 WScript.Echo True, False, Empty
 WScript.Echo Null
 WScript.Echo DateSerial(2026, 11, 21), TimeSerial(14, 30, 0)
 WScript.Echo CCur(12.5), CDbl(1) / 3, 1000000, -0.5
 WScript.Echo WScript.ScriptName
 WScript.Echo WScript.Arguments.Count, WScript.Arguments.length
-For Each argument In WScript.Arguments
-    WScript.Echo "[" & argument & "]"
+For argument = 0 To WScript.Arguments.Count - 1
+    WScript.Echo "[" & WScript.Arguments(argument) & "]"
 Next
 WScript.Echo WScript.Arguments(1), WScript.Arguments.Item(0)
 

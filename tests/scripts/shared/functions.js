@@ -13,8 +13,6 @@ ok(!table.OpenIndex("NOSUCH"), "OpenIndex of an unknown tag answers false");
 same(f.DbfCount(customers), fact("customers"), "DbfCount counts the whole table");
 same(f.DbfCount(customers, "COUNTRY = 'SE'"), fact("swedish"), "DbfCount counts by condition");
 same(f.DbfCount(tables + ">nosuch"), -1, "DbfCount of a missing table is -1");
-same(f.DbfCount([tables + "\\customers"]), fact("customers"), "a JScript array of one element names a database");
-same(f.DbfCount(["DBF", tables + "\\customers", "x"]), fact("customers"), "a JScript array of three names technology and database");
 
 var view = f.DbfSelect(customers, "COUNTRY = 'SE'", "ID,COUNTRY");
 same(view.RecordCount, fact("swedish"), "DbfSelect selects by condition");
@@ -52,7 +50,6 @@ same(f.DbfRecNo(view), view("##RECNO").Value, "DbfRecNo is the record's number i
 view = f.DbfLookup(customers, Number(fact("lastId")));
 same(view.RecordCount, 1, "DbfLookup finds a key of the default index");
 same(view("ID").Value, fact("lastId"), "and it is the right record");
-same(f.DbfLookup(customers, [Number(fact("firstId")), true])("ID").Value, fact("firstId"), "a key may be a JScript array");
 same(f.DbfLookup(customers, "CREDIT >= " + fact("richest")).RecordCount, 1, "a key with a comparison is a condition");
 
 finish();

@@ -1,7 +1,7 @@
 ' The WScript object that scripts written for cscript expect.
 Option Explicit
 
-Dim dictionary
+Dim dictionary, description
 ok Len(WScript.Name) > 0, "Name"
 same WScript.Version, "5.8", "Version"
 same WScript.ScriptName, "wscript.vbs", "ScriptName is the file name"
@@ -22,8 +22,9 @@ same dictionary.Count, 1, "CreateObject makes an object"
 
 On Error Resume Next
 WScript.CreateObject "No.Such.Class"
+description = Err.Description
 ok Err.Number <> 0, "CreateObject of an unknown class is an error"
-ok InStr(Err.Description, "No.Such.Class") > 0, "that names the class"
+ok InStr(description, "No.Such.Class") > 0, "that names the class"
 Err.Clear
 WScript.ConnectObject dictionary, "d_"
 ok Err.Number <> 0, "ConnectObject of an object without events is an error"
