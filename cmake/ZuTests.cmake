@@ -21,9 +21,6 @@ else()
 endif()
 
 function(zu_test name label)
-    if(ZU_FUZZ)
-        return()  # that build is for the fuzz targets alone
-    endif()
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE zu_settings ${arg_LINK} ${ZU_GTEST} gtest_main)

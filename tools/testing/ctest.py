@@ -11,9 +11,9 @@ import subprocess
 import xml.etree.ElementTree as xml
 
 
-def expected_suites(folder, label=None):
+def expected_suites(folder):
     """Name -> path of its own result file (a path whether it exists or not), and whether it promised one."""
-    command = ["ctest", "--test-dir", folder, "--show-only=json-v1"] + (["-L", label] if label else [])
+    command = ["ctest", "--test-dir", folder, "--show-only=json-v1"]
     listing = subprocess.run(command, check=True, text=True, capture_output=True, stdin=subprocess.DEVNULL).stdout
     suites = {}
     for test in json.loads(listing)["tests"]:
@@ -41,19 +41,19 @@ def count_single_tests(path):
     return passed, failures
 
 
-def run(report, group, folder, jobs, label=None):
-    """Runs every suite of a build folder (with that label) and adds them to the report."""
+def run(report, group, folder, jobs):
+    """Runs every suite of a build folder and adds them to the report."""
     results = folder / "test-results"
     shutil.rmtree(results, ignore_errors=True)
     results.mkdir(parents=True)
-    suites = expected_suites(folder, label) if (folder / "CTestTestfile.cmake").exists() else {}
+    suites = expected_suites(folder) if (folder / "CTestTestfile.cmake").exists() else {}
     if not suites:
         report.suite(group, "(no suite is registered)", 0, 1, 0.0)
         return
 
     summary = results / "all.ctest"
     command = ["ctest", "--test-dir", folder, "-j", str(jobs), "--timeout", "600", "--output-junit", summary]
-    subprocess.run(command + (["-L", label] if label else []), stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+    subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL, check=False)
     ran = {case.get("name"): case for case in xml.parse(summary).getroot().iter("testcase")} if summary.exists() else {}
 
