@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "portable/error/Error.h"
+#include "portable/files/Path.h"
 
 namespace zu::files {
 
@@ -35,8 +36,16 @@ private:
     std::unique_ptr<std::byte[]> copy_;
 };
 
+/// Names in the map: every separator of the platform is "/".
+std::string Key(std::string path) {
+    std::replace_if(path.begin(), path.end(), IsSeparator, '/');
+    return path;
+}
+
 std::string FolderPrefix(const std::string& folder) {
-    return folder.empty() || folder.back() == '/' ? folder : folder + "/";
+    std::string prefix = Key(folder);
+    if (!prefix.empty() && prefix.back() != '/') prefix.push_back('/');
+    return prefix;
 }
 
 }  // namespace
@@ -150,12 +159,13 @@ MemoryFiles::MemoryFiles() : reads_(std::make_shared<std::size_t>(0)) {}
 MemoryFiles::~MemoryFiles() = default;
 
 std::unique_ptr<File> MemoryFiles::Open(const std::string& path, const OpenOptions& options) {
-    auto found = files_.find(path);
+    const std::string key = Key(path);
+    auto found = files_.find(key);
     if (found == files_.end()) {
         if (options.creation == Creation::OpenExisting) {
             throw Error(ErrorKind::NotFound, "The file " + path + " cannot be opened: it does not exist.");
         }
-        found = files_.emplace(path, std::make_shared<Content>()).first;
+        found = files_.emplace(key, std::make_shared<Content>()).first;
     } else if (options.creation == Creation::CreateNew) {
         throw Error(ErrorKind::AlreadyExists, "The file " + path + " cannot be opened: it exists already.");
     }
@@ -170,7 +180,7 @@ std::unique_ptr<File> MemoryFiles::Open(const std::string& path, const OpenOptio
 }
 
 bool MemoryFiles::Exists(const std::string& path) {
-    return files_.contains(path);
+    return files_.contains(Key(path));
 }
 
 bool MemoryFiles::IsFolder(const std::string& path) {
@@ -180,19 +190,19 @@ bool MemoryFiles::IsFolder(const std::string& path) {
 }
 
 void MemoryFiles::Remove(const std::string& path) {
-    if (files_.erase(path) == 0) {
+    if (files_.erase(Key(path)) == 0) {
         throw Error(ErrorKind::NotFound, "The file " + path + " cannot be deleted: it does not exist.");
     }
 }
 
 void MemoryFiles::Replace(const std::string& from, const std::string& to) {
-    const auto found = files_.find(from);
+    const auto found = files_.find(Key(from));
     if (found == files_.end()) {
         throw Error(ErrorKind::NotFound, "The file " + from + " cannot be renamed: it does not exist.");
     }
     auto content = std::move(found->second);
     files_.erase(found);
-    files_[to] = std::move(content);
+    files_[Key(to)] = std::move(content);
 }
 
 std::vector<std::string> MemoryFiles::List(const std::string& folder) {
@@ -209,13 +219,13 @@ std::vector<std::string> MemoryFiles::List(const std::string& folder) {
 }
 
 void MemoryFiles::Put(const std::string& path, std::span<const std::byte> content) {
-    std::shared_ptr<Content>& file = files_[path];
+    std::shared_ptr<Content>& file = files_[Key(path)];
     if (!file) file = std::make_shared<Content>();
     file->bytes.assign(content.begin(), content.end());
 }
 
 std::vector<std::byte> MemoryFiles::Get(const std::string& path) const {
-    const auto found = files_.find(path);
+    const auto found = files_.find(Key(path));
     if (found == files_.end()) throw Error(ErrorKind::NotFound, "The file " + path + " does not exist.");
     return found->second->bytes;
 }

@@ -9,30 +9,13 @@
 namespace zu::dbf {
 namespace {
 
-/// Paths with "/" whatever the platform joins with, so that the files in memory are found.
+/// Paths with "/" whatever the platform joins with.
 std::string Slashes(std::string path) {
     for (char& c : path) {
-        if (c == '\\') c = '/';
+        if (files::IsSeparator(c)) c = '/';
     }
     return path;
 }
-
-/// Files in memory whose paths may be asked for with either separator.
-class AnySeparator final : public files::FileSystem {
-public:
-    std::unique_ptr<files::File> Open(const std::string& path, const files::OpenOptions& options) override {
-        return files.Open(Slashes(path), options);
-    }
-    bool Exists(const std::string& path) override { return files.Exists(Slashes(path)); }
-    bool IsFolder(const std::string& path) override { return files.IsFolder(Slashes(path)); }
-    void Remove(const std::string& path) override { files.Remove(Slashes(path)); }
-    void Replace(const std::string& from, const std::string& to) override {
-        files.Replace(Slashes(from), Slashes(to));
-    }
-    std::vector<std::string> List(const std::string& folder) override { return files.List(Slashes(folder)); }
-
-    files::MemoryFiles files;
-};
 
 #ifdef _WIN32
 constexpr const char* kRoot = "C:/";
@@ -45,7 +28,7 @@ protected:
     TablePathTest() {
         for (const char* name : {"data/orders.dbf", "data/Customers.DBF", "data/sub/lines.dbf",
                                  "data/a.b.dbf", "data/forms.scx", "other/orders.dbf"}) {
-            Put(system_.files, kRoot + std::string(name), "x");
+            Put(system_, kRoot + std::string(name), "x");
         }
     }
     std::string Find(std::string_view database, std::string_view table) {
@@ -60,7 +43,7 @@ protected:
         ExpectError(ErrorKind::NotFound, {"data"}, [&] { Find(database, table); });
     }
 
-    AnySeparator system_;
+    files::MemoryFiles system_;
 };
 
 TEST_F(TablePathTest, TakesTheExtensionAsOptional) {
