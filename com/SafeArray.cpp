@@ -40,6 +40,10 @@ LONG UpperBound(SAFEARRAY* array) noexcept {
 std::vector<Variant> ReadArguments(SAFEARRAY* array) {
     std::vector<Variant> elements;
     if (UpperBound(array) == -1) return elements;
+    VARTYPE type = VT_EMPTY;
+    // Read as VARIANTs, an array of anything else would be read past its end.
+    if (FAILED(SafeArrayGetVartype(array, &type)) || type != VT_VARIANT)
+        throw ComError(kTypeMismatch, L"An argument list must be an array of VARIANTs");
     VARIANT list;
     VariantInit(&list);
     list.vt = VT_ARRAY | VT_VARIANT;

@@ -6,6 +6,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/SafeArray.h"
 #include "com/ScriptList.h"
 #include "com/Variant.h"
 #include "portable/error/Error.h"
@@ -120,6 +121,7 @@ std::vector<std::size_t> ChooseFields(const VARIANT& choice, const ViewFields& f
     if (const auto names = com::TextOf(content)) return chooser.ByList(*names);
     if (const auto number = WholeNumber(content))
         return *number == 0 ? std::vector<std::size_t>() : std::vector{chooser.ByNumber(*number)};
+    if (com::IsArray(content) && com::UpperBound(com::ArrayOf(content)) < 0) return chooser.All();
     std::vector<com::Variant> elements;
     if (com::ReadList(content, elements)) return chooser.ByElements(elements);
     throw com::ComError(com::kTypeMismatch, L"Fields are chosen by a list of names or by an array");

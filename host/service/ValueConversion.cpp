@@ -249,29 +249,62 @@ void FitText(Value& value, const technologies::FieldDescription& field) {
         TooWide(field, "a text of " + std::to_string(value.text.size()) + " characters");
 }
 
-void FitDecimal(Value& value, const technologies::FieldDescription& field) {
+DECIMAL WholeDecimal(std::uint64_t number) {
+    DECIMAL result{};
+    result.Lo64 = number;
+    return result;
+}
+
+/// The value in units of the field's last decimal place, halves rounded away from zero: whole, scale 0. The
+/// system's own rounding is not used because its treatment of halves is not the same everywhere.
+DECIMAL UnitsOf(const technologies::Decimal& value, int decimals) {
     DECIMAL exact{};
-    exact.Hi32 = value.decimal.high;
-    exact.Lo64 = value.decimal.low;
-    exact.scale = value.decimal.scale;
-    exact.sign = value.decimal.negative ? DECIMAL_NEG : 0;
-    DECIMAL rounded{};
-    DECIMAL whole{};
-    com::Check(VarDecRound(&exact, std::max(field.decimals, 0), &rounded));
-    com::Check(VarDecFix(&rounded, &whole));
-    com::Bstr digits;
-    com::Check(VarBstrFromDec(&whole, LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE, digits.put()));
-    std::size_t width = digits.view().size();
-    // "-0.5" has a sign that its whole part does not show.
-    if ((rounded.sign & DECIMAL_NEG) && !digits.view().starts_with(L"-") && (rounded.Lo64 || rounded.Hi32))
-        ++width;
-    if (field.decimals > 0) width += 1 + static_cast<std::size_t>(field.decimals);
+    exact.Hi32 = value.high;
+    exact.Lo64 = value.low;
+    exact.scale = value.scale;
+    exact.sign = value.negative ? DECIMAL_NEG : 0;
+    std::uint64_t power = 1;
+    for (int i = 0; i < decimals; ++i)
+        power *= 10;
+    DECIMAL factor = WholeDecimal(power);
+    DECIMAL half = WholeDecimal(5);
+    half.scale = 1;
+    half.sign = exact.sign;
+    DECIMAL scaled{};
+    DECIMAL shifted{};
+    DECIMAL units{};
+    com::Check(VarDecMul(&exact, &factor, &scaled));
+    com::Check(VarDecAdd(&scaled, &half, &shifted));
+    com::Check(VarDecFix(&shifted, &units));
+    return units;
+}
+
+/// Characters of the number with `decimals` places: digits, at least one before the point, point and sign.
+std::size_t WidthOf(DECIMAL& units, int decimals) {
+    com::Bstr text;
+    com::Check(VarBstrFromDec(&units, LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE, text.put()));
+    const bool negative = text.view().starts_with(L"-");
+    const std::size_t digits = text.view().size() - (negative ? 1 : 0);
+    const auto places = static_cast<std::size_t>(decimals);
+    return std::max(digits, places + 1) + (places ? 1 : 0) + (negative ? 1 : 0);
+}
+
+void FitDecimal(Value& value, const technologies::FieldDescription& field) {
+    constexpr int kMostDecimals = 18;  // a field that shows more has no room for them
+    const int decimals = std::clamp(field.decimals, 0, kMostDecimals);
+    DECIMAL units{};
+    try {
+        units = UnitsOf(value.decimal, decimals);
+    } catch (const com::ComError&) {
+        TooWide(field, "a number of more than 28 digits");
+    }
+    const std::size_t width = WidthOf(units, decimals);
     if (field.size > 0 && width > static_cast<std::size_t>(field.size))
         TooWide(field, "a number of " + std::to_string(width) + " characters");
-    value.decimal.high = rounded.Hi32;
-    value.decimal.low = rounded.Lo64;
-    value.decimal.scale = rounded.scale;
-    value.decimal.negative = (rounded.sign & DECIMAL_NEG) != 0;
+    value.decimal.high = units.Hi32;
+    value.decimal.low = units.Lo64;
+    value.decimal.scale = static_cast<std::uint8_t>(decimals);
+    value.decimal.negative = (units.sign & DECIMAL_NEG) != 0;
 }
 
 }  // namespace
