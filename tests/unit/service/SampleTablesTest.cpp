@@ -48,6 +48,10 @@ protected:
             << "the sample tables are needed in ../shared/samples or where ZU_SAMPLES says: "
             << SampleFolder();
         const com::ComPtr<ZuProject> project = dll_.Project();
+        // Kept tables would keep the DLL too, for other tests to stumble over.
+        const com::Bstr reuse(L"Data.ReuseTables");
+        const com::Bstr none(L"0");
+        ASSERT_EQ(project->put_Setting(reuse.get(), none.get()), S_OK);
         com::ComPtr<IDispatch> service;
         project->DatabaseService(service.put());
         service_ = service.as<ZuDatabaseService>();
@@ -94,8 +98,9 @@ protected:
         return numbers;
     }
 
-    Apartment apartment_;
+    // The apartment goes first: with it goes the thread's state, which calls into the DLL.
     EngineDll dll_;
+    Apartment apartment_;
     com::ComPtr<ZuDatabaseService> service_;
 };
 
