@@ -26,10 +26,16 @@ bool LooksLikeFunction(std::wstring_view name) noexcept {
 }  // namespace
 
 com::ComPtr<IDispatch> GlobalFunctions::Functions() {
-    if (!functions_) {
+    if (failure_) throw com::ComError(*failure_);
+    if (functions_) return functions_;
+    try {
         com::ComPtr<IDispatch> created = create_();
         ReadConstants(*created);
         functions_ = std::move(created);
+    } catch (const com::ComError& failure) {
+        // Not tried again: script engines ask for every name that they do not know.
+        failure_ = failure;
+        throw;
     }
     return functions_;
 }

@@ -5,9 +5,11 @@
 #include <oaidl.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "com/ComError.h"
 #include "com/ComPtr.h"
 #include "com/Variant.h"
 #include "runner/Unknown.h"
@@ -46,6 +48,7 @@ private:
 
     std::function<com::ComPtr<IDispatch>()> create_;
     com::ComPtr<IDispatch> functions_;
+    std::optional<com::ComError> failure_;
     std::vector<Constant> constants_;
 };
 

@@ -70,7 +70,9 @@ std::wstring ArrayText(const VARIANT& value, int depth) {
     const auto type = static_cast<VARTYPE>(value.vt & VT_TYPEMASK);
     LONG lower = 0;
     LONG upper = -1;
-    if (!array || SafeArrayGetDim(array) != 1 || type == VT_DECIMAL || depth >= kDeepest) return L"[Array]";
+    // Elements that are no plain values (records) are larger than any of those.
+    const bool plain = array && (type == VT_VARIANT || SafeArrayGetElemsize(array) <= sizeof(LONGLONG));
+    if (!plain || SafeArrayGetDim(array) != 1 || depth >= kDeepest) return L"[Array]";
     com::Check(SafeArrayGetLBound(array, 1, &lower));
     com::Check(SafeArrayGetUBound(array, 1, &upper));
     std::wstring text = L"(";

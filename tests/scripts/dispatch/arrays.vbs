@@ -1,7 +1,7 @@
 ' The array arguments of DbfReplace, DbfUpdate and DbfIndex in every form that VBScript can write.
 Option Explicit
 
-Dim a, b, fixed(1), nested, name, grown()
+Dim a, b, fixed(1), nested, name, grown
 
 Probe.DbfReplace Array("A", 1)
 same Last, "DbfReplace(['A', 1])", "DbfReplace: an array made on the spot"

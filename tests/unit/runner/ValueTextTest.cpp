@@ -84,6 +84,12 @@ TEST(ValueText, ShowsTheElementsOfArrays) {
     EXPECT_EQ(ValueText(ArrayOf(VT_VARIANT, {})), L"()");
 }
 
+TEST(ValueText, DoesNotReadElementsThatAreNoPlainValues) {
+    VARIANT value = Raw(VT_ARRAY | VT_DECIMAL);
+    value.parray = SafeArrayCreateVector(VT_DECIMAL, 0, 2);
+    EXPECT_EQ(ValueText(Variant::Adopt(value)), L"[Array]");
+}
+
 TEST(ValueText, CutsLongArrays) {
     SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 0, 1'000'000);
     VARIANT value = Raw(VT_ARRAY | VT_I4);
