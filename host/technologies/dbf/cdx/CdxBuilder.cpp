@@ -172,6 +172,7 @@ std::uint32_t WriteDirectory(PageStream& out, std::vector<BuiltTag>& tags) {
 
 void RefuseEqualNames(const std::vector<TagDefinition>& tags) {
     std::vector<std::string> names;
+    names.reserve(tags.size());
     for (const TagDefinition& tag : tags)
         names.push_back(StoredName(tag.name));
     std::sort(names.begin(), names.end());
@@ -187,6 +188,7 @@ void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const I
     RefuseEqualNames(tags);
     PageStream out(file, kFirstTagOffset);
     std::vector<BuiltTag> built;
+    built.reserve(tags.size());
     for (const TagDefinition& tag : tags)
         built.push_back(Build(out, tag, context));
     out.Flush();
