@@ -18,46 +18,46 @@ bool IsReference(const VARIANT& given) noexcept {
     return (given.vt & VT_BYREF) != 0;
 }
 
-/// A value without reference: shares what it points to and owns nothing.
-VARIANT ShallowValue(const VARIANT& content) noexcept {
-    VARIANT value = content;
-    if ((content.vt & VT_BYREF) == 0 || !content.byref) return value;
-    value.vt = static_cast<VARTYPE>(content.vt & ~VT_BYREF);
-    switch (value.vt) {
+/// Bytes of a value inside a VARIANT; pointers for texts, objects and arrays. Decimals lie elsewhere.
+std::size_t SizeOf(VARTYPE type) noexcept {
+    switch (type) {
         case VT_I1:
         case VT_UI1:
-            std::memcpy(&value.llVal, content.byref, 1);
-            break;
+            return 1;
         case VT_I2:
         case VT_UI2:
         case VT_BOOL:
-            std::memcpy(&value.llVal, content.byref, 2);
-            break;
+            return 2;
         case VT_I4:
         case VT_UI4:
         case VT_INT:
         case VT_UINT:
         case VT_R4:
         case VT_ERROR:
-            std::memcpy(&value.llVal, content.byref, 4);
-            break;
+            return 4;
         case VT_I8:
         case VT_UI8:
         case VT_R8:
         case VT_DATE:
         case VT_CY:
-            std::memcpy(&value.llVal, content.byref, 8);
-            break;
-        case VT_DECIMAL:
-            value.decVal = *content.pdecVal;
-            value.vt = VT_DECIMAL;  // the number lies over the type
-            break;
-        case VT_VARIANT:
-            value = *content.pvarVal;  // references nested beyond what Dereference follows
-            break;
-        default:  // texts, objects, arrays: pointers
-            std::memcpy(&value.llVal, content.byref, sizeof(void*));
-            break;
+            return 8;
+        default:
+            return sizeof(void*);
+    }
+}
+
+/// A value without reference: shares what it points to and owns nothing.
+VARIANT ShallowValue(const VARIANT& content) noexcept {
+    VARIANT value = content;
+    if ((content.vt & VT_BYREF) == 0 || !content.byref) return value;
+    value.vt = static_cast<VARTYPE>(content.vt & ~VT_BYREF);
+    if (value.vt == VT_DECIMAL) {
+        value.decVal = *content.pdecVal;
+        value.vt = VT_DECIMAL;  // the number lies over the type
+    } else if (value.vt == VT_VARIANT) {
+        value = *content.pvarVal;  // references nested beyond what Dereference follows
+    } else {
+        std::memcpy(&value.llVal, content.byref, SizeOf(value.vt));
     }
     return value;
 }
@@ -292,7 +292,7 @@ bool ArgumentFrame::IsUnchanged(const Parameter& parameter, const Slot& slot) co
         return false;
     }
     if (slot.temporary.vt == VT_BSTR) return View(before->bstrVal) == View(slot.temporary.bstrVal);
-    return std::memcmp(&before->llVal, &slot.temporary.llVal, sizeof(before->llVal)) == 0;
+    return std::memcmp(&before->llVal, &slot.temporary.llVal, SizeOf(slot.temporary.vt)) == 0;
 }
 
 HRESULT ArgumentFrame::HandBack(const Parameter& parameter, Slot& slot) {
@@ -319,39 +319,13 @@ HRESULT ArgumentFrame::HandBack(const Parameter& parameter, Slot& slot) {
     if (FAILED(result)) return result;
     VARIANT old = ShallowValue(*slot.caller);
     const VARIANT taken = value.detach();
-    switch (type) {
-        case VT_I1:
-        case VT_UI1:
-            std::memcpy(slot.caller->byref, &taken.llVal, 1);
-            break;
-        case VT_I2:
-        case VT_UI2:
-        case VT_BOOL:
-            std::memcpy(slot.caller->byref, &taken.llVal, 2);
-            break;
-        case VT_I4:
-        case VT_UI4:
-        case VT_INT:
-        case VT_UINT:
-        case VT_R4:
-        case VT_ERROR:
-            std::memcpy(slot.caller->byref, &taken.llVal, 4);
-            break;
-        case VT_DECIMAL:
-            *slot.caller->pdecVal = taken.decVal;
-            break;
-        case VT_I8:
-        case VT_UI8:
-        case VT_R8:
-        case VT_DATE:
-        case VT_CY:
-            std::memcpy(slot.caller->byref, &taken.llVal, 8);
-            break;
-        default:
-            std::memcpy(slot.caller->byref, &taken.llVal, sizeof(void*));
-            VariantClear(&old);
-            break;
+    if (type == VT_DECIMAL) {
+        *slot.caller->pdecVal = taken.decVal;
+        return S_OK;
     }
+    std::memcpy(slot.caller->byref, &taken.llVal, SizeOf(type));
+    const bool owns = type == VT_BSTR || type == VT_DISPATCH || type == VT_UNKNOWN || (type & VT_ARRAY) != 0;
+    if (owns) VariantClear(&old);
     return S_OK;
 }
 
