@@ -205,6 +205,7 @@ TEST(CdxBuilder, LaysTheFileOutLikeItsMakersDo) {
 TEST(CdxBuilder, SplitsADirectoryThatOnePageCannotHold) {
     TestTable table = People();
     std::vector<TagDefinition> tags;
+    tags.reserve(200);
     for (int i = 0; i < 200; ++i)
         tags.push_back({"T" + std::to_string(7919 * i % 100003), "NAME", ""});
     BuiltIndex index(table, tags);

@@ -145,15 +145,17 @@ TEST_F(Candidates, HoldEveryMatchOfRandomRanges) {
         const char* fields[] = {"NUM", "N", "Y", "NAME", "UPPER(NAME)"};
         const char* operators[] = {"=", "<", "<=", ">", ">="};
         const std::string field = fields[random() % 5];
-        std::string value =
-            std::to_string(static_cast<int>(random() % 220) - 110) + "." + std::to_string(random() % 100);
+        std::string value = std::to_string(static_cast<int>(random() % 220) - 110);
+        value += '.';
+        value += std::to_string(random() % 100);
         if (field.find("NAME") != std::string::npos) {
             value = "'";
             for (std::uint32_t i = 0; i < random() % 4; ++i)
                 value += "abXY "[random() % 5];
             value += "'";
         }
-        const std::string condition = field + " " + operators[random() % 5] + " " + value;
+        std::string condition = field + " ";
+        condition.append(operators[random() % 5]).append(" ").append(value);
         const std::u16string wide(condition.begin(), condition.end());
         const auto found = index.Candidates(wide);
         if (!found) continue;

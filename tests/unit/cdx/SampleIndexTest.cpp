@@ -97,6 +97,7 @@ TEST_P(SampleWithStatedOrders, IsRebuiltWithTheSameOrders) {
     const std::vector<StatedTag> stated =
         ReadStatedTags(SampleFolder() + "/xbase/" + GetParam() + ".orders.txt");
     std::vector<TagDefinition> definitions;
+    definitions.reserve(stated.size());
     for (const StatedTag& tag : stated) {
         definitions.push_back({tag.name, tag.key, tag.filter, tag.unique, false, tag.descending});
     }
