@@ -68,6 +68,7 @@ public:
         StoreLittle(stated.data(), count);
         stream.file().WriteAt(header::kRecordCount, stated);
         if (memos_) memos_->Close();
+        memos_.reset();  // lets the file go, so that it can be swapped in
         return count;
     }
 

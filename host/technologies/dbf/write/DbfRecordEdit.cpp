@@ -167,7 +167,10 @@ bool DbfRecordEdit::SaveChanged() {
     std::vector<std::byte> merged = now;
     for (std::size_t field = 0; field < changed_.size(); ++field) {
         if (!changed_[field]) continue;
-        if (ChangedByOther(field, now.data())) return false;
+        if (ChangedByOther(field, now.data())) {
+            table_.records.Forget(number_);  // what stands there now must show
+            return false;
+        }
         CopyField(field, current_.data(), merged.data());
     }
     if (markChanged_) {
