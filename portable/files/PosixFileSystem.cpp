@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "portable/files/Path.h"
 #include "portable/files/PosixFile.h"
 
 namespace zu::files {
@@ -43,7 +44,7 @@ public:
             if (entry->d_type == DT_DIR) continue;
             std::string name = entry->d_name;
             // File systems that do not tell the kind, and links, are asked.
-            if ((entry->d_type == DT_UNKNOWN || entry->d_type == DT_LNK) && IsFolder(folder + "/" + name))
+            if ((entry->d_type == DT_UNKNOWN || entry->d_type == DT_LNK) && IsFolder(Join(folder, name)))
                 continue;
             names.push_back(std::move(name));
         }
