@@ -3,6 +3,8 @@
 // there are a few values that a script cannot make by itself.
 #include <objbase.h>
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,7 @@
 #include "runner/NamedMembers.h"
 #include "runner/ScriptSource.h"
 #include "runner/Session.h"
+#include "runner/WinHandle.h"
 #include "tests/scripts/dispatch_host/RecordingFunctions.h"
 
 namespace zu::tests {
@@ -33,12 +36,28 @@ Variant TypedArray(VARTYPE type) {
     return Variant::Adopt(value);
 }
 
+// Keeps a file from all others, as another program does that opens it for itself alone.
+void HoldExclusively(const std::wstring& path, std::optional<runner::WinHandle>& held) {
+    held.emplace(
+        CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!*held) com::Check(HRESULT_FROM_WIN32(GetLastError()));
+}
+
 com::ComPtr<runner::NamedMembers> MakeGlobals(com::ComPtr<RecordingFunctions> probe) {
     auto globals = runner::MakeUnknown<runner::NamedMembers>();
     globals->AddProperty(L"Probe", [probe] { return Variant(static_cast<IDispatch*>(probe.get())); });
     globals->AddProperty(L"Last", [probe] { return Variant(std::wstring_view(probe->lastCall())); });
     globals->AddProperty(L"ArrayOfTexts", [] { return TypedArray(VT_BSTR); });
     globals->AddProperty(L"ArrayOfLongs", [] { return TypedArray(VT_I4); });
+    const auto held = std::make_shared<std::optional<runner::WinHandle>>();
+    globals->AddMethod(L"HoldExclusively", [held](const runner::CallArguments& call) {
+        HoldExclusively(call.Text(0), *held);
+        return Variant();
+    });
+    globals->AddMethod(L"LetGo", [held](const runner::CallArguments&) {
+        held->reset();
+        return Variant();
+    });
     return globals;
 }
 

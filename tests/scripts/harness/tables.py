@@ -15,7 +15,8 @@ def prepare(folder, generator):
     with open(folder / "lock", "w") as lock:
         fcntl.flock(lock, fcntl.LOCK_EX)
         ready = folder / "facts.json"
-        if not ready.exists() or ready.stat().st_mtime < pathlib.Path(generator).stat().st_mtime:
+        newest = max(pathlib.Path(path).stat().st_mtime for path in (generator, __file__))
+        if not ready.exists() or ready.stat().st_mtime < newest:
             outcome = programs.run(generator, programs.windows_path(folder), seconds=300)
             if outcome.code != 0:
                 raise SystemExit("the sample tables could not be made\n" + outcome.describe())
@@ -26,6 +27,7 @@ def prepare(folder, generator):
 
 def make_faulty_files(folder):
     whole = (folder / "customers.dbf").read_bytes()
+    (folder / "locked.dbf").write_bytes(whole)
     (folder / "empty.dbf").write_bytes(b"")
     (folder / "cut-header.dbf").write_bytes(whole[:40])
     (folder / "cut-records.dbf").write_bytes(whole[:5000])
