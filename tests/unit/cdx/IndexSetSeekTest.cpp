@@ -143,6 +143,7 @@ TEST_F(IndexSetSeek, FindsIntegersAndNoFractionsInIntegerKeys) {
     EXPECT_EQ(Seek("N", IntegerValue(5)), (Records{1, 4}));
     EXPECT_EQ(Seek("N", NumberValue(-5.0)), Records{2});
     EXPECT_EQ(Seek("N", NumberValue(5.5)), Records{});
+    EXPECT_EQ(Seek("N", NumberValue(4.6)), Records{});
     EXPECT_EQ(Seek("N", NumberValue(4294967301.0)), Records{}) << "5 and 2^32";
     EXPECT_EQ(Seek("N", NumberValue(1e300)), Records{});
     EXPECT_EQ(Seek("Y", IntegerValue(5)), (Records{1, 4}));
