@@ -55,13 +55,13 @@ std::wstring_view LogLevelName(LogLevel level) noexcept {
 }
 
 Log& Log::Instance() noexcept {
-    // Never destroyed: at the end of a process other threads may have been stopped inside Write.
-    static Log* const log = new Log;
-    return *log;
+    static Log log;
+    return log;
 }
 
 Log::~Log() {
-    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+    // Without the lock: at the end of a process the thread that held it may have been stopped.
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(std::exchange(file_, INVALID_HANDLE_VALUE));
 }
 
 bool Log::Open(const std::wstring& file, LogLevel level) noexcept {

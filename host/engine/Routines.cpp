@@ -96,7 +96,7 @@ DISPID FindMethod(IDispatch* object, std::wstring_view name) {
     if (result == DISP_E_EXCEPTION && raised.pfnDeferredFillIn) raised.pfnDeferredFillIn(&raised);
     const com::Bstr source = com::Bstr::Adopt(raised.bstrSource);
     const com::Bstr description = com::Bstr::Adopt(raised.bstrDescription);
-    const com::Bstr help = com::Bstr::Adopt(raised.bstrHelpFile);
+    SysFreeString(raised.bstrHelpFile);
     if (result == DISP_E_EXCEPTION) {
         // wCode is the old, short form of an error number.
         HRESULT code = raised.scode;
@@ -142,7 +142,7 @@ com::ComPtr<IDispatch> Routines::Find(std::wstring_view name) {
                             L"Routine \"" + std::wstring(name) +
                                 L"\" cannot be called: no object with routines was handed to "
                                 L"the engine (RoutineHolder)");
-    const com::ComPtr<IDispatch> holder = holder_;
+    com::ComPtr<IDispatch> holder = holder_;
     Resolve(holder.get(), name);
     return holder;
 }

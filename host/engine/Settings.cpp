@@ -116,6 +116,7 @@ const Key* FindKey(std::wstring_view name) noexcept {
 
 std::vector<std::wstring_view> SettingNames() {
     std::vector<std::wstring_view> names;
+    names.reserve(kKeys.size());
     for (const Key& key : kKeys)
         names.push_back(key.name);
     return names;

@@ -59,7 +59,7 @@ std::wstring_view Unquoted(std::wstring_view text) {
 }
 
 std::wstring Expanded(std::wstring_view text) {
-    const std::wstring source(text);
+    std::wstring source(text);
     const DWORD length = ExpandEnvironmentStringsW(source.c_str(), nullptr, 0);
     if (length == 0) return source;
     std::wstring result(length, L'\0');

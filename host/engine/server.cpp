@@ -1,7 +1,7 @@
 // The entry points of Zuengine.dll.
 #include "com/Module.h"
 #include "com/ModuleExports.h"
-#include "host/engine/Parser.h"
+#include "host/engine/ParserObject.h"
 #include "host/engine/Zuproject.h"
 
 namespace {
@@ -10,7 +10,7 @@ const zu::com::ClassEntry kClasses[] = {
     {__uuidof(::Project), L"Zuengine.Zuproject", L"Table engine for scripts",
      &zu::com::CreateObject<zu::host::Zuproject>},
     {__uuidof(::Parser), L"ZuParser.Parser", L"Expression of the table engine",
-     &zu::com::CreateObject<zu::host::Parser>},
+     &zu::com::CreateObject<zu::host::ParserObject>},
 };
 
 /// Zuengine, ZuDataViewInterface, ZuParser.

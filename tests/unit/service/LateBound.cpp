@@ -30,8 +30,8 @@ com::Variant LateBound::Invoke(DISPID id, WORD flags, std::vector<com::Variant> 
     result_ =
         object_->Invoke(id, IID_NULL, LOCALE_INVARIANT, flags, &parameters, answer.put(), &raised, nullptr);
     const com::Bstr description = com::Bstr::Adopt(raised.bstrDescription);
-    const com::Bstr source = com::Bstr::Adopt(raised.bstrSource);
-    const com::Bstr help = com::Bstr::Adopt(raised.bstrHelpFile);
+    SysFreeString(raised.bstrSource);
+    SysFreeString(raised.bstrHelpFile);
     error_ = description.str();
     if (result_ == DISP_E_EXCEPTION) result_ = raised.scode;
     return answer;

@@ -1,4 +1,4 @@
-#include "host/engine/Parser.h"
+#include "host/engine/ParserObject.h"
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
@@ -6,15 +6,15 @@
 
 namespace zu::host {
 
-HRESULT Parser::put_Formula(BSTR Text) noexcept {
+HRESULT ParserObject::put_Formula(BSTR Text) noexcept {
     return Guarded([&] { formula_ = com::View(Text); });
 }
 
-HRESULT Parser::get_Formula(BSTR* Result) noexcept {
+HRESULT ParserObject::get_Formula(BSTR* Result) noexcept {
     return GuardedResult(Result, [&] { return com::NewBstr(formula_); });
 }
 
-HRESULT Parser::Evaluate(VARIANT* Result) noexcept {
+HRESULT ParserObject::Evaluate(VARIANT* Result) noexcept {
     return GuardedResult(Result, []() -> VARIANT {
         throw com::ComError(E_NOTIMPL, L"Evaluating expressions outside tables is not available");
     });

@@ -9,7 +9,7 @@ namespace zu::host {
 
 /// The expression object that clients create as ZuParser.Parser. It keeps its text; evaluating is not
 /// available yet.
-class Parser final : public com::DualObject<Parser, ZuParser> {
+class ParserObject final : public com::DualObject<ParserObject, ZuParser> {
 public:
     static CLSID classId() noexcept { return __uuidof(::Parser); }
 
