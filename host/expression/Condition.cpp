@@ -54,19 +54,17 @@ bool Condition::Test(const Machine& machine) const {
 std::size_t Condition::Select(const Batch& batch, Machine& machine, bool includeDeleted,
                               std::uint16_t* selection) const {
     std::size_t count = 0;
-    if (includeDeleted) {
-        for (; count < batch.count; ++count)
-            selection[count] = static_cast<std::uint16_t>(count);
-    } else {
+    if (tests_.empty()) {
         const std::byte* mark = batch.first;
         for (std::size_t i = 0; i < batch.count; ++i, mark += batch.stride) {
             selection[count] = static_cast<std::uint16_t>(i);
-            count += *mark != std::byte{'*'} ? 1 : 0;
+            count += includeDeleted || *mark != std::byte{'*'} ? 1 : 0;
         }
+    } else {
+        count = tests_.front()->Begin(batch.first, batch.stride, batch.count, includeDeleted, selection);
     }
-    for (const auto& test : tests_) {
-        if (count == 0) return 0;
-        count = test->Narrow(batch.first, batch.stride, selection, count);
+    for (std::size_t test = 1; test < tests_.size() && count != 0; ++test) {
+        count = tests_[test]->Narrow(batch.first, batch.stride, selection, count);
     }
     for (const Code& code : rest_) {
         std::size_t kept = 0;

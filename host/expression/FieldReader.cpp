@@ -1,6 +1,7 @@
 #include "host/expression/FieldReader.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "host/expression/Comparison.h"
@@ -94,20 +95,16 @@ bool LoadDateTime(const std::byte* at, std::int32_t& julianDay, std::int32_t& mi
 }
 
 int LoadLogical(std::byte stored) noexcept {
-    switch (static_cast<char>(stored)) {
-        case 'T':
-        case 't':
-        case 'Y':
-        case 'y':
-            return 1;
-        case 'F':
-        case 'f':
-        case 'N':
-        case 'n':
-            return 0;
-        default:
-            return -1;
-    }
+    static constexpr std::array<std::int8_t, 256> kTruth = [] {
+        std::array<std::int8_t, 256> table{};
+        table.fill(-1);
+        for (const unsigned char letter : {'T', 't', 'Y', 'y'})
+            table[letter] = 1;
+        for (const unsigned char letter : {'F', 'f', 'N', 'n'})
+            table[letter] = 0;
+        return table;
+    }();
+    return kTruth[std::to_integer<std::size_t>(stored)];
 }
 
 void ReadField(const RecordLayout& layout, std::size_t index, const Row& row, Register& out) {

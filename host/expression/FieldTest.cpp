@@ -1,6 +1,7 @@
 #include "host/expression/FieldTest.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <string>
 #include <utility>
@@ -30,6 +31,19 @@ public:
 
     Truth Test(const std::byte* record) const override {
         return nullBit_.IsSet(record) ? Truth::Null : rule_(record);
+    }
+
+    std::size_t Begin(const std::byte* first, std::size_t stride, std::size_t count, bool includeDeleted,
+                      std::uint16_t* selection) const override {
+        std::size_t kept = 0;
+        const std::byte* record = first;
+        for (std::size_t i = 0; i < count; ++i, record += stride) {
+            const bool isIncluded = includeDeleted || *record != std::byte{'*'};
+            const bool holds = rule_(record) == Truth::True && !nullBit_.IsSet(record);
+            selection[kept] = static_cast<std::uint16_t>(i);
+            kept += isIncluded && holds ? 1 : 0;
+        }
+        return kept;
     }
 
     std::size_t Narrow(const std::byte* first, std::size_t stride, std::uint16_t* selection,
@@ -143,8 +157,15 @@ struct DateTimeRule {
 struct LogicalRule {
     std::size_t offset;
     bool wanted;
+    std::array<bool, 256> isTrue;  ///< by stored byte
+
+    LogicalRule(std::size_t place, bool truth) : offset(place), wanted(truth), isTrue() {
+        for (std::size_t byte = 0; byte < isTrue.size(); ++byte) {
+            isTrue[byte] = LoadLogical(static_cast<std::byte>(byte)) == 1;
+        }
+    }
     Truth operator()(const std::byte* record) const noexcept {
-        return TruthOf((LoadLogical(record[offset]) == 1) == wanted);
+        return TruthOf(isTrue[std::to_integer<std::size_t>(record[offset])] == wanted);
     }
 };
 

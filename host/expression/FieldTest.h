@@ -21,6 +21,12 @@ public:
 
     virtual Truth Test(const std::byte* record) const = 0;
 
+    /// Puts the positions of those of `count` records (at most 65,536) into `selection` that are not marked
+    /// deleted (or that may be) and for which the test is true; answers how many they are. Mark and field are
+    /// looked at together: two passes would wait for the memory twice.
+    virtual std::size_t Begin(const std::byte* first, std::size_t stride, std::size_t count,
+                              bool includeDeleted, std::uint16_t* selection) const = 0;
+
     /// Keeps those of the `count` entries of `selection` (positions in a run of records) for which the test
     /// is true; answers how many are left.
     virtual std::size_t Narrow(const std::byte* first, std::size_t stride, std::uint16_t* selection,

@@ -272,12 +272,11 @@ private:
                 return ReadLiteral();
             case TokenKind::Name:
             case TokenKind::Bracketed:
-                return ReadName();
+            // Where a value must stand these words are names like any other.
             case TokenKind::Like:
             case TokenKind::Between:
             case TokenKind::In:
             case TokenKind::Is:
-                // Where a value must stand these words are names like any other.
                 return ReadName();
             default:
                 Expected("a value");

@@ -132,6 +132,7 @@ std::vector<std::string> Program::parts() const {
     std::vector<const Node*> nodes;
     CollectParts(*implementation_->root, nodes);
     std::vector<std::string> texts;
+    texts.reserve(nodes.size());
     const std::u16string_view source = implementation_->source;
     for (const Node* node : nodes) {
         texts.push_back(text::ToUtf8(source.substr(node->begin, node->end - node->begin)));

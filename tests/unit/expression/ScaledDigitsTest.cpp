@@ -75,6 +75,29 @@ TEST(ScaledDigits, ReadsAllWidthsAndPlacesLikeAPrintedNumber) {
     }
 }
 
+TEST(ScaledDigits, ReadsEveryFormLikeTheLongWay) {
+    // Two characters that break the form at every place of every width.
+    for (unsigned width = 1; width <= 19; ++width) {
+        for (unsigned decimals = 0; decimals + 1 < width && decimals <= 4; ++decimals) {
+            std::string regular(width, '7');
+            if (decimals > 0) regular[width - decimals - 1] = '.';
+            for (unsigned blanks = 0; blanks <= width; ++blanks) {
+                const std::string base = std::string(blanks, ' ') + regular.substr(blanks);
+                for (unsigned at = 0; at < width; ++at) {
+                    for (const char c : {' ', '-', '.', '0', 'x', '\0'}) {
+                        std::string text = base;
+                        text[at] = c;
+                        std::int64_t slow = 0;
+                        const bool isRegular = ParseUnitsSlowly(text.data(), width, decimals, slow);
+                        EXPECT_EQ(Units(text, decimals), isRegular ? std::to_string(slow) : "refused")
+                            << text;
+                    }
+                }
+            }
+        }
+    }
+}
+
 TEST(ScaledDigits, ReadsEightDigitsAtOnce) {
     std::uint32_t value = 0;
     EXPECT_TRUE(ParseEightDigits("20240131", value));
