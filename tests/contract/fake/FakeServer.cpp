@@ -2,6 +2,7 @@
 
 #include "tests/contract/fake/FakeObject.h"
 #include "tests/contract/fake/FakeProject.h"
+#include "tests/contract/fake/PerThread.h"
 
 namespace zu::fake {
 
@@ -39,8 +40,7 @@ public:
 }  // namespace
 
 FakeServer& FakeServer::OfThread() {
-    thread_local FakeServer server;
-    return server;
+    return OfThisThread<FakeServer>();
 }
 
 }  // namespace zu::fake

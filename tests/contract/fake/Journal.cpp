@@ -2,11 +2,12 @@
 
 #include <algorithm>
 
+#include "tests/contract/fake/PerThread.h"
+
 namespace zu::fake {
 
 Journal& Journal::OfThread() {
-    thread_local Journal journal;
-    return journal;
+    return OfThisThread<Journal>();
 }
 
 void Journal::Clear() {

@@ -1,10 +1,11 @@
 #include "tests/contract/fake/Scenario.h"
 
+#include "tests/contract/fake/PerThread.h"
+
 namespace zu::fake {
 
 Scenario& Scene() {
-    thread_local Scenario scenario;
-    return scenario;
+    return OfThisThread<Scenario>();
 }
 
 }  // namespace zu::fake
