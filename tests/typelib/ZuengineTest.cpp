@@ -19,11 +19,11 @@ TEST_F(EngineLibrary, HoldsItsTypes) {
     // interface.
     EXPECT_EQ(
         library.Types(),
-        (Lines{"coclass Project", "interface DataFieldList", "interface DataIndex",
-               "interface DataKeyField", "interface DataKeyFields", "interface DataTable",
-               "interface ZuDatabaseService", "interface ZuEngineContext", "interface ZuEngineCore",
-               "interface ZuEngineData", "interface ZuEngineMessages", "interface ZuEngineUserInterface",
-               "interface ZuProject", "interface ZuRecordVariable"}));
+        (Lines{"coclass Project", "interface DataFieldList", "interface DataIndex", "interface DataKeyField",
+               "interface DataKeyFields", "interface DataTable", "interface ZuDatabaseService",
+               "interface ZuEngineContext", "interface ZuEngineCore", "interface ZuEngineData",
+               "interface ZuEngineMessages", "interface ZuEngineUserInterface", "interface ZuProject",
+               "interface ZuRecordVariable"}));
     EXPECT_EQ(library.Class(L"Project"), "{F2A387A2-2770-4A6B-8610-1DD4C0C9DC86}: default ZuProject");
 }
 
