@@ -43,7 +43,7 @@ void HoldExclusively(const std::wstring& path, std::optional<runner::WinHandle>&
     if (!*held) com::Check(HRESULT_FROM_WIN32(GetLastError()));
 }
 
-com::ComPtr<runner::NamedMembers> MakeGlobals(com::ComPtr<RecordingFunctions> probe) {
+com::ComPtr<runner::NamedMembers> MakeGlobals(const com::ComPtr<RecordingFunctions>& probe) {
     auto globals = runner::MakeUnknown<runner::NamedMembers>();
     globals->AddProperty(L"Probe", [probe] { return Variant(static_cast<IDispatch*>(probe.get())); });
     globals->AddProperty(L"Last", [probe] { return Variant(std::wstring_view(probe->lastCall())); });
