@@ -145,8 +145,10 @@ HRESULT ArgumentFrame::Omit(const Parameter& parameter, Slot& slot) {
         const HRESULT result = VariantCopy(&slot.temporary, const_cast<VARIANT*>(&parameter.omitted->get()));
         if (FAILED(result)) return result;
         slot.argument = slot.temporary;
+    } else {
+        // No text, no object, 0; what the method puts there is freed with the frame.
+        slot.temporary.vt = parameter.type;
     }
-    // Otherwise all bits zero: no text, no object, 0.
     if (parameter.byReference) {
         slot.argument.byref =
             parameter.type == VT_VARIANT ? static_cast<void*>(&slot.temporary) : ValueAddress(slot.temporary);

@@ -9,7 +9,7 @@ class ArrayArgument : public ::testing::Test {
 protected:
     Caller target{MakeObject<Target>().as<IDispatch>()};
 
-    static Variant Array(std::vector<Variant> elements) { return SafeArray::Of(elements).ToVariant(); }
+    static Variant Array(const std::vector<Variant>& elements) { return SafeArray::Of(elements).ToVariant(); }
     static Variant Pair() { return Array({Variant(L"NAME"), Variant(LONG{1})}); }
     static Variant Typed(VARTYPE type, const std::vector<Variant>& elements) {
         SAFEARRAY* array = SafeArrayCreateVector(type, 0, static_cast<ULONG>(elements.size()));

@@ -77,6 +77,14 @@ TEST_F(ObjectArgument, IsReleasedAfterTheCall) {
     EXPECT_EQ(References(*named), before);
 }
 
+TEST_F(ObjectArgument, ThatNobodyTakesIsReleased) {
+    const LONG before = Module::objects();
+    target.Call(L"SwapObject");
+    target.Call(L"SwapObject", {Variant(named.get())});
+    target.Call(L"Child");
+    EXPECT_EQ(Module::objects(), before);
+}
+
 TEST_F(ObjectArgument, IsReleasedAfterAFailingCall) {
     const ULONG before = References(*named);
     target.Call(L"Order", {Variant(named.get()), Variant(named.get())});

@@ -111,6 +111,7 @@ TEST(Object, FirstCallsByNameOnSeveralThreadsAgree) {
         STDMETHODIMP put_Content(VARIANT, VARIANT) override { return E_NOTIMPL; }
     };
     std::vector<std::thread> threads;
+    threads.reserve(8);
     std::atomic<int> right{0};
     for (int number = 0; number < 8; ++number) {
         threads.emplace_back([&] {

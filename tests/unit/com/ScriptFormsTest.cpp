@@ -12,7 +12,7 @@ protected:
     /// Runs a script and answers what it left, or its error.
     std::wstring Left(const wchar_t* language, const wchar_t* code) {
         const ComPtr<IDispatch> target = MakeObject<Target>().as<IDispatch>();
-        const std::wstring error = ScriptEngine(language, target).Run(code);
+        std::wstring error = ScriptEngine(language, target).Run(code);
         if (!error.empty()) return error;
         return Caller(target).Call(L"Cell", {Variant(LONG{0})}).text();
     }

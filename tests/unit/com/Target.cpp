@@ -33,7 +33,7 @@ std::wstring Describe(const VARIANT& value) {
     if (value.vt == VT_EMPTY) return L"empty";
     if (value.vt == VT_NULL) return L"null";
     if (value.vt == VT_DISPATCH) return value.pdispVal ? L"object" : L"nothing";
-    const std::wstring type = std::to_wstring(value.vt);
+    std::wstring type = std::to_wstring(value.vt);
     if ((value.vt & (VT_ARRAY | VT_BYREF)) != 0) return type;
     return type + L" " + Variant(value).ToText().str();
 }
