@@ -9,7 +9,7 @@
 
 namespace zu::host {
 
-/// When written data is on the disk: after each operation, or when the system sees fit.
+/// What confirmed changes survive: also a power cut, or the end of the process only.
 enum class Durability { Safe, Fast };
 
 /// What can be set for the engine. One object for the process; see docs/settings.md.
@@ -25,7 +25,7 @@ struct Settings {
     int doubleDecimals = 2;       ///< decimal places shown for type 5
     std::wstring logFile;
     LogLevel logLevel = LogLevel::Info;
-    Durability durability = Durability::Safe;
+    Durability durability = Durability::Fast;
 };
 
 /// The names of all settings, "Section.Key".

@@ -30,6 +30,7 @@ technologies::TechnologySettings TechnologySettingsOf(const Settings& settings) 
     result.codePage = settings.codePage;
     result.showDeleted = settings.showDeleted;
     result.blankNumbersAreNull = settings.blankNumbersAreNull;
+    result.survivePowerCut = settings.durability == Durability::Safe;
     return result;
 }
 
@@ -37,7 +38,8 @@ technologies::TechnologySettings TechnologySettingsOf(const Settings& settings) 
 std::string ReuseName(const DatabaseName& name, const std::string& table,
                       const technologies::TechnologySettings& settings) {
     const std::string options = std::to_string(settings.codePage) + (settings.showDeleted ? "D" : "-") +
-                                (settings.blankNumbersAreNull ? "N" : "-");
+                                (settings.blankNumbersAreNull ? "N" : "-") +
+                                (settings.survivePowerCut ? "S" : "-");
     std::string key;
     for (const std::string* part :
          {&name.technology, &name.database, &table, &settings.dataFolder, &options}) {

@@ -65,6 +65,11 @@ TEST_F(DatabaseServiceTest, TechnologiesGetTheSettings) {
     OpenTable(L"MEM|", L"PEOPLE");
     EXPECT_EQ(MemoryTechnology::lastSettings.dataFolder, "C:\\tables");
     EXPECT_TRUE(MemoryTechnology::lastSettings.showDeleted);
+    EXPECT_FALSE(MemoryTechnology::lastSettings.survivePowerCut);
+    store.Put(L"Data.Durability", L"safe", nullptr);
+    OpenTable(L"MEM|", L"PEOPLE");
+    EXPECT_TRUE(MemoryTechnology::lastSettings.survivePowerCut);
+    store.Put(L"Data.Durability", L"fast", nullptr);
     store.Put(L"Data.ShowDeleted", L"no", nullptr);
     store.Put(L"Data.Folder", L"", nullptr);
     OpenTable(L"MEM|", L"PEOPLE");
