@@ -183,6 +183,21 @@ TEST_F(TableWriterTest, PlacesNullFlagsAsVisualFoxProDoes) {
     EXPECT_EQ(Read(*Open(), 1, 2).text, u"x");
 }
 
+TEST_F(TableWriterTest, GivesEachFieldThatCanBeNullABit) {
+    std::vector<FieldDefinition> fields;
+    for (int i = 0; i < 9; ++i)
+        fields.push_back({"F" + std::to_string(i), 'I', 4, 0, true});
+    TableWriter writer(files_, "t.dbf", Format::VisualFoxPro, 0x03, fields);
+    for (std::size_t i = 0; i < 9; i += 2)
+        writer.SetNull(i);
+    writer.Append();
+    writer.Close();
+    const auto table = Open();
+    EXPECT_TRUE(table->warnings().empty());
+    for (std::size_t i = 0; i < 9; ++i)
+        EXPECT_EQ(Read(*table, 1, i).kind == Value::Kind::Null, i % 2 == 0) << i;
+}
+
 TEST_F(TableWriterTest, LosesNothingSilently) {
     TableWriter writer(
         files_, "t.dbf", Format::VisualFoxPro, 0x03,
