@@ -82,7 +82,8 @@ protected:
         for (const ClassName& entry : kClasses) {
             const std::wstring id = TextOf(entry.id);
             const std::wstring name = entry.name;
-            const std::wstring place = root + L"CLSID\\" + id + L"\\";
+            std::wstring place(root);
+            place.append(L"CLSID\\").append(id).append(L"\\");
             EXPECT_EQ(At(content, root + name + L"\\CLSID\\|"), id);
             EXPECT_EQ(At(content, root + name + L".1\\CLSID\\|"), id);
             EXPECT_EQ(At(content, root + name + L"\\CurVer\\|"), name + L".1");

@@ -24,7 +24,7 @@ protected:
     Variant ViewAt(LONG position, LONG records) {
         Scene().position = position;
         Scene().records = records;
-        const Variant view(Select().get());
+        Variant view(Select().get());
         TakeCalls();
         return view;
     }
