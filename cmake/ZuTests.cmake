@@ -32,9 +32,14 @@ function(zu_test name label)
         set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
         return()
     endif()
+    # A path without a drive would be taken as one below the current folder there.
+    set(drive "")
+    if(WIN32)
+        set(drive "Z:")
+    endif()
     add_test(NAME ${name}
         COMMAND ${ZU_TEST_LAUNCHER} $<TARGET_FILE:${name}>
-                --gtest_output=xml:${CMAKE_BINARY_DIR}/test-results/${name}.xml
+                --gtest_output=xml:${drive}${CMAKE_BINARY_DIR}/test-results/${name}.xml
         WORKING_DIRECTORY "${CMAKE_SOURCE_DIR}")
     set_tests_properties(${name} PROPERTIES LABELS "${label}" TIMEOUT 600)
 endfunction()

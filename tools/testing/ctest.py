@@ -17,7 +17,8 @@ def expected_suites(folder):
     listing = subprocess.run(command, check=True, text=True, capture_output=True, stdin=subprocess.DEVNULL).stdout
     suites = {}
     for test in json.loads(listing)["tests"]:
-        promised = re.search(r"--gtest_output=xml:(.*)", "\n".join(test.get("command", [])))
+        # Windows programs name the file with the drive under which Wine shows the whole file system.
+        promised = re.search(r"--gtest_output=xml:(?:Z:)?(.*)", "\n".join(test.get("command", [])))
         default = folder / "test-results" / (test["name"] + ".xml")
         suites[test["name"]] = (pathlib.Path(promised.group(1)) if promised else default, bool(promised))
     return suites
