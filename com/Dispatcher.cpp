@@ -106,13 +106,6 @@ HRESULT Arrange(const Member& member, const DISPPARAMS& parameters, UINT* badArg
     return S_OK;
 }
 
-/// True when the argument for an array parameter is no list itself but the first value of one.
-bool StartsPlainList(const VARIANT& argument) {
-    if (IsArray(argument)) return false;
-    std::vector<Variant> elements;
-    return !ReadList(argument, elements);
-}
-
 HRESULT Load(const Member& member, const DISPPARAMS& parameters, const Arguments& arguments,
              UINT* badArgument, ArgumentFrame& frame) {
     for (std::size_t index = 0; index < member.parameters.size(); ++index) {
@@ -120,7 +113,7 @@ HRESULT Load(const Member& member, const DISPPARAMS& parameters, const Arguments
         HRESULT result = S_OK;
         const bool last = index + 1 == member.parameters.size();
         if (last && given && member.gathersTrailing() && !IsMissing(*given) &&
-            (!arguments.rest.empty() || StartsPlainList(*given))) {
+            (!arguments.rest.empty() || !IsList(*given))) {
             std::vector<VARIANT*> values{given};
             values.insert(values.end(), arguments.rest.begin(), arguments.rest.end());
             result = frame.AddTrailing(values);

@@ -61,10 +61,17 @@ bool ReadProperty(IDispatch& object, const wchar_t* name, Variant& value) {
                                    value.put(), nullptr, nullptr));
 }
 
-bool ReadObject(IDispatch& object, std::vector<Variant>& elements) {
+/// The `length` of an array object; Empty for any other object.
+Variant LengthOf(IDispatch& object) {
     Variant length;
-    if (!ReadProperty(object, L"length", length)) return false;
-    if (length.type() != VT_I4 && length.type() != VT_I2 && length.type() != VT_R8) return false;
+    if (!ReadProperty(object, L"length", length)) return {};
+    const bool number = length.type() == VT_I4 || length.type() == VT_I2 || length.type() == VT_R8;
+    return number ? length : Variant();
+}
+
+bool ReadObject(IDispatch& object, std::vector<Variant>& elements) {
+    const Variant length = LengthOf(object);
+    if (length.type() == VT_EMPTY) return false;
     const double count = length.ToDouble();
     if (!(count >= 0 && count <= kMaxListLength)) {
         throw ComError(kTypeMismatch, L"Type mismatch: the list has too many elements");
@@ -96,6 +103,12 @@ bool ReadList(const VARIANT& value, std::vector<Variant>& elements) {
     }
     const ComPtr<IDispatch> object = ObjectOf<IDispatch>(value);
     return object && ReadObject(*object, elements);
+}
+
+bool IsList(const VARIANT& value) {
+    if (IsArray(value)) return true;
+    const ComPtr<IDispatch> object = ObjectOf<IDispatch>(value);
+    return object && LengthOf(*object).type() != VT_EMPTY;
 }
 
 SAFEARRAY* NewVariantArray(const std::vector<Variant>& elements) {

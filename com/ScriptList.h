@@ -21,6 +21,9 @@ inline constexpr LONG kMaxListLength = 1000000;
 /// cannot be read: more than one dimension, an absurd length, a failing object.
 bool ReadList(const VARIANT& value, std::vector<Variant>& elements);
 
+/// True when ReadList would take the value for a list; reads no element.
+bool IsList(const VARIANT& value);
+
 /// The array that a VARIANT holds, looked through references; null when it holds none.
 SAFEARRAY* ArrayOf(const VARIANT& value) noexcept;
 /// True for arrays of any form, also for one that was never given bounds.

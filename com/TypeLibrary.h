@@ -4,9 +4,6 @@
 
 #include <oleauto.h>
 
-#include <string>
-#include <vector>
-
 #include "com/ComPtr.h"
 
 namespace zu::com {
@@ -24,10 +21,6 @@ public:
     /// The description of an interface or class in whichever library of the module has it.
     /// Throws ComError (TYPE_E_ELEMENTNOTFOUND).
     static ComPtr<ITypeInfo> Find(REFGUID id);
-
-    /// Takes the libraries from these files instead, for programs that carry none. Not thread-safe: call it
-    /// before the first object is made.
-    static void UseFiles(std::vector<std::wstring> files);
 };
 
 }  // namespace zu::com
