@@ -23,7 +23,8 @@ void MakeTable(files::FileSystem& files, Format format) {
                   {"CODE", "CODE", "", true, false, false}});
 }
 
-std::unique_ptr<DbfTable> OpenTable(files::FileSystem& files, technologies::TechnologySettings settings) {
+std::unique_ptr<DbfTable> OpenTable(files::FileSystem& files,
+                                    const technologies::TechnologySettings& settings) {
     return DbfTable::Open(files, kTablePath, settings);
 }
 

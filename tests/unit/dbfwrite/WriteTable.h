@@ -21,7 +21,8 @@ enum Field : std::size_t { kId, kName, kAmount, kBorn, kPaid, kNote, kCode };
 /// Makes an empty table in `files`.
 void MakeTable(files::FileSystem& files, Format format = Format::FoxPro2);
 
-std::unique_ptr<DbfTable> OpenTable(files::FileSystem& files, technologies::TechnologySettings settings = {});
+std::unique_ptr<DbfTable> OpenTable(files::FileSystem& files,
+                                    const technologies::TechnologySettings& settings = {});
 
 technologies::Value Text(std::u16string_view text);
 technologies::Value Integer(std::int64_t value);

@@ -68,7 +68,7 @@ protected:
             EXPECT_TRUE(process.journal.TryEnter());
             process.journal.Commit(Change(), process.parts);
         }
-        const std::string state = State();
+        std::string state = State();
         SetUp();
         return state;
     }

@@ -106,7 +106,8 @@ cdx::TagDefinition DefaultTag(const DbfTable::Content& content, const std::vecto
         const auto program = expression::Program::Compile(text::ToUtf16(text), content.layout.record);
         std::string part = fields.size() == 1 ? text : AsText(text, program, content.layout);
         if (field.descending && !allDescending) part = "DESCEND(" + part + ")";
-        key += (key.empty() ? "" : "+") + part;
+        if (!key.empty()) key += "+";
+        key += part;
     }
     std::size_t bad = 0;
     const auto bytes = content.layout.record.codePage->Encode(text::ToUtf16(key), &bad);
