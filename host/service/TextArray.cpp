@@ -10,6 +10,7 @@ namespace zu::host {
 
 com::Variant TextArray(const std::vector<std::string>& texts) {
     std::vector<com::Variant> elements;
+    elements.reserve(texts.size());
     for (const std::string& text : texts)
         elements.emplace_back(com::AsWide(text::ToUtf16(text)));
     return com::SafeArray::Of(elements).ToVariant();
