@@ -4,6 +4,7 @@ import pathlib
 import signal
 import subprocess
 import tempfile
+import time
 from dataclasses import dataclass
 
 LAUNCHER = pathlib.Path(__file__).resolve().parents[3] / "tools" / "wine-run"
@@ -26,11 +27,11 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\") if os.name != "nt" else str(path)
 
 
-def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=None, interrupt_after=None):
+def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=None, interrupt=False):
     """Runs a Windows program to its end.
 
     The streams are files: background processes of an emulator may keep pipes open long after the program has
-    ended. `interrupt_after` sends Ctrl+C after so many seconds.
+    ended. `interrupt` sends Ctrl+C as soon as the program has written something.
     """
     with tempfile.TemporaryFile() as source, tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
         source.write(stdin)
@@ -40,11 +41,8 @@ def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=No
                                    cwd=folder, env=variables, start_new_session=True)
         timed_out = False
         try:
-            if interrupt_after is not None:
-                try:
-                    process.wait(interrupt_after)
-                except subprocess.TimeoutExpired:
-                    process.send_signal(signal.SIGINT)
+            if interrupt and wait_for_output(process, out, seconds):
+                process.send_signal(signal.SIGINT)
             process.wait(seconds)
         except subprocess.TimeoutExpired:
             timed_out = True
@@ -54,3 +52,17 @@ def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=No
         err.seek(0)
         return Outcome(process.returncode, out.read().decode("utf-8", "replace"),
                        err.read().decode("utf-8", "replace"), timed_out)
+
+
+def wait_for_output(process, out, seconds):
+    """True when the running program has written something, False when it has ended or the time is over."""
+    deadline = time.monotonic() + seconds
+    while os.fstat(out.fileno()).st_size == 0:
+        if time.monotonic() > deadline:
+            return False
+        try:
+            process.wait(0.05)
+            return False
+        except subprocess.TimeoutExpired:
+            pass
+    return True
