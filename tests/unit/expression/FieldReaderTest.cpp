@@ -48,7 +48,7 @@ TEST(FieldReader, ReadsDaysThatExist) {
     EXPECT_EQ(ReadBytes(Storage::DateText, "00010101"), "0001-01-01");
     EXPECT_EQ(ReadBytes(Storage::DateText, "99991231"), "9999-12-31");
     for (const auto* bytes :
-         {"        ", "00000000", "20230229", "20241301", "2024 131", "2024-1-1", "0       "}) {
+         {"        ", "00000000", "20230229", "20241301", "2024 131", "2024-1-1", "0       ", " 9991231"}) {
         EXPECT_EQ(ReadBytes(Storage::DateText, bytes), "EMPTY") << bytes;
     }
 }
