@@ -185,6 +185,7 @@ TEST_F(TableWriterTest, PlacesNullFlagsAsVisualFoxProDoes) {
 
 TEST_F(TableWriterTest, GivesEachFieldThatCanBeNullABit) {
     std::vector<FieldDefinition> fields;
+    fields.reserve(9);
     for (int i = 0; i < 9; ++i)
         fields.push_back({"F" + std::to_string(i), 'I', 4, 0, true});
     TableWriter writer(files_, "t.dbf", Format::VisualFoxPro, 0x03, fields);

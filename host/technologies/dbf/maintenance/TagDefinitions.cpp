@@ -104,10 +104,12 @@ cdx::TagDefinition DefaultTag(const DbfTable::Content& content, const std::vecto
         std::string text = field.text;
         if (files::SameName(text, "RecNo") && FindField(content.layout, text) < 0) text = "RECNO()";
         const auto program = expression::Program::Compile(text::ToUtf16(text), content.layout.record);
-        std::string part = fields.size() == 1 ? text : AsText(text, program, content.layout);
-        if (field.descending && !allDescending) part = "DESCEND(" + part + ")";
+        const std::string part = fields.size() == 1 ? text : AsText(text, program, content.layout);
         if (!key.empty()) key += "+";
+        const bool inverted = field.descending && !allDescending;
+        if (inverted) key += "DESCEND(";
         key += part;
+        if (inverted) key += ")";
     }
     std::size_t bad = 0;
     const auto bytes = content.layout.record.codePage->Encode(text::ToUtf16(key), &bad);
