@@ -121,9 +121,11 @@ void Registration::Unregister(Scope scope) const {
     const HKEY root = RootOf(scope);
     for (const ClassEntry& entry : server_.classes) {
         const std::wstring id = TextOfGuid(entry.id);
-        for (const std::wstring& name :
-             {std::wstring(entry.progId) + kVersionSuffix, std::wstring(entry.progId)}) {
-            if (NameIsOurs(root, name, id)) RegistryKey::Remove(root, kClassesPath + name);
+        const std::wstring plain = entry.progId;
+        std::wstring versioned = plain;
+        versioned += kVersionSuffix;
+        for (const std::wstring* name : {&versioned, &plain}) {
+            if (NameIsOurs(root, *name, id)) RegistryKey::Remove(root, kClassesPath + *name);
         }
         RegistryKey::Remove(root, kClassesPath + L"CLSID\\" + id);
     }

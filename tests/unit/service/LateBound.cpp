@@ -17,6 +17,7 @@ DISPID LateBound::Find(std::wstring name) const {
 com::Variant LateBound::Invoke(DISPID id, WORD flags, std::vector<com::Variant> arguments) const {
     std::reverse(arguments.begin(), arguments.end());
     std::vector<VARIANTARG> raw;
+    raw.reserve(arguments.size());
     for (const com::Variant& argument : arguments)
         raw.push_back(argument.get());
     DISPID put = DISPID_PROPERTYPUT;

@@ -61,6 +61,7 @@ TEST(Log, LinesOfSeveralThreadsStayWhole) {
     Log log;
     log.Open(folder.path() + L"\\log.txt", LogLevel::Info);
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i)
         threads.emplace_back([&log] {
             for (int n = 0; n < 200; ++n)

@@ -14,7 +14,7 @@ protected:
     static com::ComPtr<ZuRecordVariable> People(LONG records = 1) {
         com::ComPtr<IDispatch> layout;
         EXPECT_EQ(Open()->Layout(layout.put()), S_OK);
-        const com::ComPtr<ZuRecordVariable> variable = Uninitialised();
+        com::ComPtr<ZuRecordVariable> variable = Uninitialised();
         VARIANT_BOOL done = VARIANT_FALSE;
         EXPECT_EQ(variable->Initialise(layout.get(), records, &done), S_OK);
         EXPECT_EQ(done, VARIANT_TRUE);
