@@ -122,8 +122,7 @@ void Registration::Unregister(Scope scope) const {
     for (const ClassEntry& entry : server_.classes) {
         const std::wstring id = TextOfGuid(entry.id);
         const std::wstring plain = entry.progId;
-        std::wstring versioned = plain;
-        versioned += kVersionSuffix;
+        const std::wstring versioned = plain + kVersionSuffix;
         for (const std::wstring* name : {&versioned, &plain}) {
             if (NameIsOurs(root, *name, id)) RegistryKey::Remove(root, kClassesPath + *name);
         }
