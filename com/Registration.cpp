@@ -124,7 +124,10 @@ void Registration::Unregister(Scope scope) const {
         const std::wstring plain = entry.progId;
         const std::wstring versioned = plain + kVersionSuffix;
         for (const std::wstring* name : {&versioned, &plain}) {
-            if (NameIsOurs(root, *name, id)) RegistryKey::Remove(root, kClassesPath + *name);
+            if (!NameIsOurs(root, *name, id)) continue;
+            std::wstring path = kClassesPath;
+            path += *name;
+            RegistryKey::Remove(root, path);
         }
         RegistryKey::Remove(root, kClassesPath + L"CLSID\\" + id);
     }
