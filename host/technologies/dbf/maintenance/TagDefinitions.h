@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/technologies/Maintenance.h"
 #include "host/technologies/dbf/DbfTable.h"
 #include "host/technologies/dbf/cdx/TagDefinition.h"
 #include "portable/files/File.h"
@@ -14,11 +15,7 @@ namespace zu::dbf::maintenance {
 /// index cannot be read.
 std::vector<cdx::TagDefinition> DefinitionsOf(files::FileSystem& files, const DbfTable::Content& content);
 
-/// One field of an index to be made: the name of a field, "RecNo", or an expression (UTF-8).
-struct IndexField {
-    std::string text;
-    bool descending = false;
-};
+using technologies::IndexField;
 
 /// The tag for a list of fields: a single field or expression is the key itself; several are joined as texts
 /// in fixed widths (dates as DTOS, numbers as STR). A list that is descending as a whole makes a descending
