@@ -17,15 +17,16 @@ HRESULT ConnectionPoint::Find(REFIID events, IConnectionPoint** point) noexcept 
     return S_OK;
 }
 
-void ConnectionPoint::Fire(DISPID event, std::span<const VARIANT> arguments) {
+void ConnectionPoint::Fire(DISPID event, std::span<const VARIANT> arguments, Variant* answer) {
     // A client may connect or leave while it is being called; this call goes to those that were there before.
     const std::vector<Client> clients = clients_;
     std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
     for (const Client& client : clients) {
         DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-        Variant ignored;
-        client.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, ignored.put(),
+        Variant result;
+        client.sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result.put(),
                             nullptr, nullptr);
+        if (answer && result.type() != VT_EMPTY) *answer = std::move(result);
     }
 }
 

@@ -30,8 +30,9 @@ public:
     HRESULT Find(REFIID events, IConnectionPoint** point) noexcept;
 
     /// Calls every client with `arguments` in their natural order. References among them carry answers back.
-    /// A client that fails does not keep the others from being called.
-    void Fire(DISPID event, std::span<const VARIANT> arguments);
+    /// A client that fails does not keep the others from being called. `answer`, when it is given, receives
+    /// the last result that is not Empty, for clients whose language cannot change arguments.
+    void Fire(DISPID event, std::span<const VARIANT> arguments, Variant* answer = nullptr);
 
     std::size_t clients() const noexcept { return clients_.size(); }
 

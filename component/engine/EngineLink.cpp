@@ -29,7 +29,7 @@ void EngineLink::Start() noexcept {
         core_ = engine.as<ZuEngineCore>();
         context_ = EngineContext(engine.as<ZuEngineContext>());
         data_ = EngineData(engine.as<ZuEngineData>());
-        messages_ = engine.as<ZuEngineMessages>();
+        messages_ = EngineMessages(engine.as<ZuEngineMessages>());
         userInterface_ = engine.as<ZuEngineUserInterface>();
     } catch (...) {
         // Without an engine every function answers its failure value: there is nobody to tell.

@@ -3,6 +3,7 @@
 #include "com/ComPtr.h"
 #include "component/engine/EngineContext.h"
 #include "component/engine/EngineData.h"
+#include "component/engine/EngineMessages.h"
 #include "idl/Zuengine.h"
 
 namespace zu::component {
@@ -17,12 +18,13 @@ public:
 
     const EngineContext& context() const noexcept { return context_; }
     const EngineData& data() const noexcept { return data_; }
+    const EngineMessages& messages() const noexcept { return messages_; }
 
 private:
     com::ComPtr<ZuEngineCore> core_;
     EngineContext context_;
     EngineData data_;
-    com::ComPtr<ZuEngineMessages> messages_;
+    EngineMessages messages_;
     com::ComPtr<ZuEngineUserInterface> userInterface_;
 };
 

@@ -1,13 +1,77 @@
 #include "host/engine/ParserObject.h"
 
+#include <olectl.h>
+
+#include <array>
+
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "host/engine/ExpressionValue.h"
+#include "host/engine/MessageCatalogue.h"
 #include "host/engine/Reporting.h"
+#include "portable/text/Utf.h"
 
 namespace zu::host {
+namespace {
+
+/// Dispatch ids of the events.
+constexpr DISPID kProvideValue = 1;
+constexpr DISPID kSyntaxError = 2;
+
+std::wstring Wide(std::string_view utf8) {
+    return std::wstring(com::AsWide(text::ToUtf16(utf8)));
+}
+
+LONG PositionOf(const Error& fault) noexcept {
+    return static_cast<LONG>(fault.position().value_or(0)) + 1;
+}
+
+/// Only what is wrong with the expression or its values is the expression's fault.
+bool IsFault(const Error& error) noexcept {
+    return error.kind() == ErrorKind::Syntax || error.kind() == ErrorKind::TypeMismatch;
+}
+
+[[noreturn]] void ThrowFault(const Error& fault) {
+    const auto code = static_cast<std::uint32_t>(MessageCode::ConditionFault);
+    throw com::ComError(static_cast<HRESULT>(code),
+                        MessageText(code, {std::to_wstring(PositionOf(fault)), Wide(fault.what())}));
+}
+
+/// Asks the clients of an expression object.
+class ClientNames final : public expression::NameSource {
+public:
+    explicit ClientNames(com::ConnectionPoint& clients) : clients_(clients) {}
+
+    bool Provide(std::string_view name, expression::Result& out) override {
+        const com::Variant asked(Wide(name));
+        com::Variant value;
+        VARIANT reference;
+        VariantInit(&reference);
+        reference.vt = VT_BYREF | VT_VARIANT;
+        reference.pvarVal = value.address();
+        com::Variant answer;
+        clients_.Fire(kProvideValue, std::array{asked.get(), reference}, &answer);
+        if (value.type() == VT_EMPTY) value = std::move(answer);
+        if (value.type() == VT_EMPTY) return false;
+        ToExpressionValue(value, out);
+        return true;
+    }
+
+private:
+    com::ConnectionPoint& clients_;
+};
+
+}  // namespace
 
 HRESULT ParserObject::put_Formula(BSTR Text) noexcept {
-    return Guarded([&] { formula_ = com::View(Text); });
+    return Guarded([&] {
+        const com::ComPtr<ZuParser> alive(this);  // a client that hears of a fault may let go of it
+        formula_ = com::View(Text);
+        program_.reset();
+        fault_.reset();
+        told_ = false;
+        Compile();
+    });
 }
 
 HRESULT ParserObject::get_Formula(BSTR* Result) noexcept {
@@ -15,9 +79,65 @@ HRESULT ParserObject::get_Formula(BSTR* Result) noexcept {
 }
 
 HRESULT ParserObject::Evaluate(VARIANT* Result) noexcept {
-    return GuardedResult(Result, []() -> VARIANT {
-        throw com::ComError(E_NOTIMPL, L"Evaluating expressions outside tables is not available");
+    return GuardedResult(Result, [&] {
+        const com::ComPtr<ZuParser> alive(this);
+        return Run().detach();
     });
+}
+
+HRESULT ParserObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
+    if (!points) return E_POINTER;
+    *points = nullptr;
+    return E_NOTIMPL;  // as the interface allows: clients that know the events find their point
+}
+
+HRESULT ParserObject::FindConnectionPoint(REFIID events, IConnectionPoint** point) noexcept {
+    return events_.Find(events, point);
+}
+
+void ParserObject::Compile() {
+    if (expression::IsBlank(com::AsUtf16(formula_))) return;
+    try {
+        program_ = std::make_shared<const expression::Program>(
+            expression::Program::CompileDynamic(com::AsUtf16(formula_)));
+    } catch (const Error& error) {
+        if (!IsFault(error)) throw;
+        fault_ = error;
+        TellFault(error);
+    }
+}
+
+com::Variant ParserObject::Run() {
+    if (fault_) {
+        const Error fault = *fault_;  // the client may put another formula
+        TellFault(fault);
+        ThrowFault(fault);
+    }
+    const std::shared_ptr<const expression::Program> program = program_;
+    if (!program) return com::Variant(true);
+    try {
+        ClientNames names(events_);
+        expression::Result result;
+        program->EvaluateDynamic(names, result);
+        return FromExpressionValue(result);
+    } catch (const Error& error) {
+        if (!IsFault(error)) throw;
+        if (program == program_) TellFault(error);
+        ThrowFault(error);
+    }
+}
+
+void ParserObject::TellFault(const Error& fault) {
+    if (told_ || events_.clients() == 0) return;
+    told_ = true;
+    LONG number = PositionOf(fault);
+    com::Bstr text(Wide(fault.what()));
+    std::array<VARIANT, 2> arguments{};
+    arguments[0].vt = VT_BYREF | VT_I4;
+    arguments[0].plVal = &number;
+    arguments[1].vt = VT_BYREF | VT_BSTR;
+    arguments[1].pbstrVal = text.address();
+    events_.Fire(kSyntaxError, arguments);
 }
 
 }  // namespace zu::host
