@@ -32,4 +32,8 @@ ComPtr<ZuRecordVariable> EngineData::NewRecordVariable() const {
     return variable.as<ZuRecordVariable>();
 }
 
+void EngineData::RecordAdded(IDispatch* values) const {
+    Check(Required(engine_.get())->RecordAdded(values));
+}
+
 }  // namespace zu::component

@@ -23,6 +23,8 @@ public:
     com::ComPtr<ZuDatabaseService> DatabaseService() const;
     /// A new record variable. Never null.
     com::ComPtr<ZuRecordVariable> NewRecordVariable() const;
+    /// Tells the engine the values of a record that is about to be committed.
+    void RecordAdded(IDispatch* values) const;
 
 private:
     com::ComPtr<ZuEngineData> engine_;

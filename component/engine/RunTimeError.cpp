@@ -1,11 +1,6 @@
 #include "component/engine/RunTimeError.h"
 
 #include <array>
-#include <new>
-
-#include "com/Bstr.h"
-#include "portable/error/Error.h"
-#include "portable/text/Utf.h"
 
 namespace zu::component {
 
@@ -53,19 +48,15 @@ std::wstring DescriptionOf(const com::ComError& error) {
     return known ? known->description : L"Automation error";
 }
 
-/// The exception being handled as a ComError.
+/// The exception being handled as a ComError, whatever it is.
 com::ComError Current() {
+    const HRESULT code = com::TranslateCurrentException();
     try {
-        throw;
+        com::Check(code);
     } catch (const com::ComError& error) {
         return error;
-    } catch (const Error& error) {
-        return com::ComError(E_FAIL, std::wstring(com::AsWide(text::ToUtf16(error.what()))));
-    } catch (const std::bad_alloc&) {
-        return com::ComError(E_OUTOFMEMORY);
-    } catch (...) {
-        return com::ComError(E_UNEXPECTED);
     }
+    return com::ComError(E_UNEXPECTED);
 }
 
 }  // namespace

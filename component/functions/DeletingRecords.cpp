@@ -1,18 +1,68 @@
-#include "component/engine/NotBuilt.h"
+#include "component/engine/EngineLink.h"
+#include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
+#include "component/functions/KeyLookup.h"
+#include "component/table/DataView.h"
+#include "component/table/KeyCondition.h"
+#include "component/table/OptionalArgument.h"
+#include "component/table/clsDatabaseDefn.h"
 
 namespace zu::component {
 
-STDMETHODIMP Functions::DbfDelete(VARIANT, VARIANT*, VARIANT_BOOL, LONG, LONG* Result) {
-    return NotBuilt(Result);
+using com::Bstr;
+using com::Check;
+using com::ComPtr;
+using com::Variant;
+
+namespace {
+
+ComPtr<ZuDataView> RecordsToDelete(const VARIANT& tableDefn, const Variant& keyOrCondition, bool exact,
+                                   LONG maxRecords) {
+    const SelectionLimits limits{maxRecords, 0, Variant::Missing()};
+    return IsCondition(keyOrCondition) ? SelectRecords(tableDefn, keyOrCondition, limits)
+                                       : LookUpRecords(tableDefn, keyOrCondition, Variant(exact), limits);
 }
 
-STDMETHODIMP Functions::DbfUndelete(VARIANT, BSTR*, VARIANT_BOOL* Result) {
-    return NotBuilt(Result);
+}  // namespace
+
+STDMETHODIMP Functions::DbfDelete(VARIANT TableDefn, VARIANT* IndexKeyValue, VARIANT_BOOL Exact,
+                                  LONG MaxRecords, LONG* Result) {
+    return Trapped(Result, LONG{0}, [&] {
+        LONG deleted = 0;
+        ComPtr<ZuDataView> found = RecordsToDelete(TableDefn, GivenOr(IndexKeyValue, Variant(L"")),
+                                                   Exact != VARIANT_FALSE, MaxRecords);
+        if (!found) return deleted;
+        const DataView view(std::move(found));
+        if (!view.Updateable()) return deleted;
+        // From the end: a view may drop the rows that go.
+        for (LONG row = view.RecordCount() - 1; row >= 0; --row) {
+            if (view.Delete(row)) ++deleted;
+        }
+        return deleted;
+    });
 }
 
-STDMETHODIMP Functions::DbfCleanup(VARIANT, VARIANT_BOOL* Result) {
-    return NotBuilt(Result);
+STDMETHODIMP Functions::DbfUndelete(VARIANT TableDefn, BSTR* Condition, VARIANT_BOOL* Result) {
+    return Trapped(Result, [&] {
+        clsDatabaseDefn table;
+        if (!table.Define(TableDefn)) return false;
+        const Bstr condition(Condition ? com::View(*Condition) : std::wstring_view());
+        VARIANT_BOOL undeleted = VARIANT_FALSE;
+        Check(Engine().data().DatabaseService()->Undelete(table.DataBaseName().get(), table.TableName().get(),
+                                                          condition.get(), &undeleted));
+        return undeleted != VARIANT_FALSE;
+    });
+}
+
+STDMETHODIMP Functions::DbfCleanup(VARIANT TableDefn, VARIANT_BOOL* Result) {
+    return Trapped(Result, [&] {
+        clsDatabaseDefn table;
+        if (!table.Define(TableDefn)) return false;
+        VARIANT_BOOL packed = VARIANT_FALSE;
+        Check(Engine().data().DatabaseService()->Pack(table.DataBaseName().get(), table.TableName().get(),
+                                                      &packed));
+        return packed != VARIANT_FALSE;
+    });
 }
 
 }  // namespace zu::component

@@ -1,14 +1,41 @@
-#include "component/engine/NotBuilt.h"
+#include "component/engine/EngineLink.h"
+#include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
+#include "component/functions/KeyLookup.h"
+#include "component/table/DataView.h"
+#include "component/table/FieldPairs.h"
+#include "component/table/OptionalArgument.h"
 
 namespace zu::component {
 
-STDMETHODIMP Functions::DbfUpdate(VARIANT, VARIANT*, SAFEARRAY**, VARIANT_BOOL* Result) {
-    return NotBuilt(Result);
+using com::ComPtr;
+using com::SafeArray;
+using com::Variant;
+
+STDMETHODIMP Functions::DbfUpdate(VARIANT TableDefn, VARIANT* IndexKeyValue, SAFEARRAY** UpdateInfo,
+                                  VARIANT_BOOL* Result) {
+    return Trapped(Result, [&] {
+        const FieldPairs pairs(UpdateInfo ? *UpdateInfo : nullptr);
+        if (!pairs.isComplete()) {
+            Engine().messages().RaiseError(EngineError::kUpdateListFault, SafeArray::NoArguments());
+            return false;
+        }
+        // Not exact, unlike the other functions: the beginning of a key is enough to name a record.
+        ComPtr<ZuDataView> found = LookUpRecords(TableDefn, GivenOr(IndexKeyValue, Variant(L"")),
+                                                 Variant(false), {1, 0, Variant::Missing()});
+        if (!found) return false;
+        DataView view(std::move(found));
+        if (!view.Updateable()) return false;
+        pairs.PutInto(view);
+        return view.Update();
+    });
 }
 
 STDMETHODIMP Functions::DbfModify(VARIANT, VARIANT, VARIANT_BOOL* Result) {
-    return NotBuilt(Result);
+    return Trapped(Result, [&] {
+        Engine().messages().RaiseError(EngineError::kFunctionMissing, SafeArray::Of({Variant(L"DbfModify")}));
+        return false;
+    });
 }
 
 }  // namespace zu::component

@@ -32,6 +32,12 @@ SAFEARRAY* ArrayOf(const VARIANT& value) noexcept {
     return content.pparray ? *content.pparray : nullptr;
 }
 
+LONG ArrayElements::lowerBound() const {
+    LONG bound = 0;
+    if (!array_ || FAILED(SafeArrayGetLBound(array_, 1, &bound))) OutOfRange();
+    return bound;
+}
+
 LONG ArrayElements::upperBound() const {
     LONG bound = 0;
     if (!array_ || FAILED(SafeArrayGetUBound(array_, 1, &bound))) OutOfRange();

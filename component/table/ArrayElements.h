@@ -19,7 +19,9 @@ public:
     /// `array` stays the caller's and must outlive this object. Null reads as an array never dimensioned.
     explicit ArrayElements(SAFEARRAY* array) noexcept : array_(array) {}
 
-    /// Upper bound of the first dimension. Throws "subscript out of range" for an array never dimensioned.
+    /// Lower and upper bound of the first dimension. Throws "subscript out of range" for an array never
+    /// dimensioned.
+    LONG lowerBound() const;
     LONG upperBound() const;
     /// A copy of one element. Throws "subscript out of range" outside the bounds and for an array of more
     /// than one dimension.

@@ -55,11 +55,50 @@ bool DataView::Eof() const {
 }
 
 Variant DataView::Value(std::wstring_view field) {
-    ComPtr<ZuDataField> found;
-    Check(Fields().get_Item(Variant(field), found.put()));
     Variant value;
-    Check(Required(found.get())->get_Value(value.put()));
+    Check(Field(Variant(field))->get_Value(value.put()));
     return value;
+}
+
+bool DataView::Updateable() const {
+    VARIANT_BOOL updateable = VARIANT_FALSE;
+    Check(view_->get_Updateable(&updateable));
+    return updateable != VARIANT_FALSE;
+}
+
+LONG DataView::FieldCount() {
+    LONG count = 0;
+    Check(Fields().get_Count(&count));
+    return count;
+}
+
+ComPtr<ZuDataField> DataView::Field(const VARIANT& nameOrNumber) {
+    ComPtr<ZuDataField> found;
+    Check(Fields().get_Item(nameOrNumber, found.put()));
+    Required(found.get());
+    return found;
+}
+
+void DataView::SetValue(const VARIANT& field, const VARIANT& value) {
+    Check(Field(field)->put_Value(value));
+}
+
+bool DataView::AddNew(VARIANT& values) const {
+    VARIANT_BOOL added = VARIANT_FALSE;
+    Check(view_->AddNew(&values, &added));
+    return added != VARIANT_FALSE;
+}
+
+bool DataView::Update() const {
+    VARIANT_BOOL saved = VARIANT_FALSE;
+    Check(view_->Update(&saved));
+    return saved != VARIANT_FALSE;
+}
+
+bool DataView::Delete(LONG position) const {
+    VARIANT_BOOL deleted = VARIANT_FALSE;
+    Check(view_->Delete(position, &deleted));
+    return deleted != VARIANT_FALSE;
 }
 
 ZuDataFields& DataView::Fields() {

@@ -27,6 +27,20 @@ public:
     /// The value that the current record holds in the field of this name.
     com::Variant Value(std::wstring_view field);
 
+    /// False: the view is read-only.
+    bool Updateable() const;
+    LONG FieldCount();
+    /// The field under a name or a number from 0; it stays bound to the current record of the view.
+    com::ComPtr<ZuDataField> Field(const VARIANT& nameOrNumber);
+    void SetValue(const VARIANT& field, const VARIANT& value);
+    /// Starts a new record, blank when `values` is missing. The view may change `values`. False: there is
+    /// none.
+    bool AddNew(VARIANT& values) const;
+    /// Commits the current record. False: it was not saved.
+    bool Update() const;
+    /// Deletes the record at this position from 0. False: it was not deleted.
+    bool Delete(LONG position) const;
+
     ZuDataView* get() const noexcept { return view_.get(); }
 
 private:
