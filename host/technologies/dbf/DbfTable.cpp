@@ -76,9 +76,10 @@ std::unique_ptr<DbfTable> DbfTable::Open(files::FileSystem& files, const std::st
 }
 
 std::unique_ptr<DbfTable> DbfTable::OpenExclusive(files::FileSystem& files, const std::string& path,
-                                                  const technologies::TechnologySettings& settings) {
+                                                  const technologies::TechnologySettings& settings,
+                                                  files::Access access) {
     Recover(files, path);
-    auto file = files.Open(path, {files::Access::ReadWrite, files::Creation::OpenExisting, true});
+    auto file = files.Open(path, {access, files::Creation::OpenExisting, true});
     return std::unique_ptr<DbfTable>(new DbfTable(files, path, std::move(file), settings));
 }
 

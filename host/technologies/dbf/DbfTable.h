@@ -34,7 +34,8 @@ public:
     /// The same for work on the files as a whole: Locked when anybody else has the table open, and nobody can
     /// open it meanwhile.
     static std::unique_ptr<DbfTable> OpenExclusive(files::FileSystem& files, const std::string& path,
-                                                   const technologies::TechnologySettings& settings);
+                                                   const technologies::TechnologySettings& settings,
+                                                   files::Access access = files::Access::ReadWrite);
 
     /// The parts of the table, for work on its files as a whole. They live as long as the table.
     struct Content {

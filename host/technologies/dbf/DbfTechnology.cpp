@@ -5,6 +5,10 @@
 
 #include "host/technologies/dbf/DbfTable.h"
 #include "host/technologies/dbf/TablePath.h"
+#include "host/technologies/dbf/maintenance/TableCheck.h"
+#include "host/technologies/dbf/maintenance/TableCreation.h"
+#include "host/technologies/dbf/maintenance/TableRebuild.h"
+#include "host/technologies/dbf/maintenance/TableRepair.h"
 #include "portable/error/Error.h"
 #include "portable/text/CodePage.h"
 
@@ -53,7 +57,60 @@ DbfTechnology::DbfTechnology(files::FileSystem& files, technologies::TechnologyS
 
 std::unique_ptr<technologies::Table> DbfTechnology::OpenTable(std::string_view database,
                                                               std::string_view table) {
-    return DbfTable::Open(files_, FindTable(files_, settings_.dataFolder, database, table), settings_);
+    return DbfTable::Open(files_, PathOf(database, table), settings_);
+}
+
+std::string DbfTechnology::PathOf(std::string_view database, std::string_view table) {
+    return FindTable(files_, settings_.dataFolder, database, table);
+}
+
+std::vector<std::string> DbfTechnology::TableNames(std::string_view database) {
+    return dbf::TableNames(files_, settings_.dataFolder, database);
+}
+
+void DbfTechnology::CreateTable(std::string_view database, std::string_view table,
+                                const std::vector<technologies::FieldDescription>& fields,
+                                const std::vector<technologies::IndexField>& key) {
+    const std::string path = PathOfNewTable(files_, settings_.dataFolder, database, table);
+    maintenance::CreateTable(files_, path, settings_, fields, key);
+}
+
+void DbfTechnology::DropTable(std::string_view database, std::string_view table) {
+    maintenance::DropTable(files_, PathOf(database, table));
+}
+
+std::uint32_t DbfTechnology::Pack(std::string_view database, std::string_view table,
+                                  technologies::Progress* progress) {
+    return maintenance::Pack(files_, PathOf(database, table), settings_, progress);
+}
+
+void DbfTechnology::Zap(std::string_view database, std::string_view table) {
+    maintenance::Zap(files_, PathOf(database, table), settings_);
+}
+
+void DbfTechnology::CreateIndex(std::string_view database, std::string_view table,
+                                const std::vector<technologies::IndexField>& key,
+                                technologies::Progress* progress) {
+    maintenance::CreateDefaultTag(files_, PathOf(database, table), settings_, key, progress);
+}
+
+void DbfTechnology::DropIndex(std::string_view database, std::string_view table, std::string_view index) {
+    maintenance::DropTag(files_, PathOf(database, table), settings_, index);
+}
+
+void DbfTechnology::Reindex(std::string_view database, std::string_view table,
+                            technologies::Progress* progress) {
+    maintenance::Reindex(files_, PathOf(database, table), settings_, progress);
+}
+
+technologies::CheckReport DbfTechnology::Check(std::string_view database, std::string_view table,
+                                               technologies::Progress* progress) {
+    return maintenance::CheckTable(files_, PathOf(database, table), settings_, progress);
+}
+
+std::vector<std::string> DbfTechnology::Repair(std::string_view database, std::string_view table,
+                                               technologies::Progress* progress) {
+    return maintenance::RepairTable(files_, PathOf(database, table), settings_, progress);
 }
 
 Value DbfTechnology::Descend(const Value& value) {

@@ -107,10 +107,8 @@ public:
         Put(field.name, field.type, width, field.decimals,
             foxPro ? static_cast<std::uint8_t>(rule.flags | (field.nullable ? kNullable : 0))
                    : std::uint8_t{0});
-        if (field.type == 'V' || field.type == 'Q') {
-            hasVariable_ = true;
-            ++bits_;
-        }
+        if (field.type == 'V' || field.type == 'Q') ++bits_;
+        if (field.type == 'V' || field.type == 'Q' || field.type == 'W') isLate_ = true;
         if (field.nullable) ++bits_;
         hasMemo_ = hasMemo_ || IsMemoType(field.type);
         if (recordLength_ > kLongestRecord)
@@ -127,7 +125,7 @@ public:
     std::size_t count() const noexcept { return bytes_.size() / descriptor::kSize; }
     std::uint32_t recordLength() const noexcept { return recordLength_; }
     bool hasMemo() const noexcept { return hasMemo_; }
-    bool hasVariable() const noexcept { return hasVariable_; }
+    bool isLate() const noexcept { return isLate_; }
 
 private:
     void Put(const std::string& name, char type, std::uint32_t width, int decimals, std::uint8_t flags) {
@@ -150,7 +148,7 @@ private:
     std::uint32_t recordLength_ = 1;
     std::uint32_t bits_ = 0;
     bool hasMemo_ = false;
-    bool hasVariable_ = false;
+    bool isLate_ = false;  ///< a type that only the last versions have
 };
 
 std::uint8_t VersionFor(Format format, const DescriptorList& fields) noexcept {
@@ -160,7 +158,7 @@ std::uint8_t VersionFor(Format format, const DescriptorList& fields) noexcept {
         case Format::FoxPro2:
             return fields.hasMemo() ? 0xF5 : 0x03;
         default:
-            return fields.hasVariable() ? 0x32 : 0x30;
+            return fields.isLate() ? 0x32 : 0x30;
     }
 }
 

@@ -20,7 +20,7 @@ public:
     /// Completes the file.
     virtual void Close() = 0;
 
-    /// Begins a file of FoxPro (Fpt) or dBASE III (Dbt3).
+    /// Begins a file of FoxPro (Fpt), dBASE III (Dbt3) or dBASE IV (Dbt4). Unsupported for other formats.
     static std::unique_ptr<MemoWriter> Make(std::unique_ptr<files::File> file, MemoFormat format);
 };
 

@@ -1,5 +1,6 @@
 #include "host/technologies/dbf/TablePath.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "host/technologies/dbf/CompanionFiles.h"
@@ -84,14 +85,51 @@ bool NamesTheFile(std::string_view table, const std::string& file) {
            files::SameName(table, files::Stem(file));
 }
 
+/// The folder or file that a database name means, whether it is there or not.
+std::string BaseOf(std::string_view dataFolder, std::string_view database) {
+    database = WithoutEndSeparators(Trimmed(database));
+    if (!files::IsAbsolute(database)) RequireInside(database, "database");
+    return database.empty() ? std::string(dataFolder) : files::Join(dataFolder, database);
+}
+
+[[noreturn]] void FailNoDatabase(const std::string& base) {
+    throw Error(ErrorKind::NotFound, "The database " + base + " does not exist.");
+}
+
+std::string LowerCase(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    return lower;
+}
+
+/// Names of devices mean no file on Windows, whatever their extension.
+bool IsDevice(std::string_view stem) {
+    const std::string lower = LowerCase(stem.substr(0, stem.find('.')));
+    if (lower == "con" || lower == "prn" || lower == "aux" || lower == "nul") return true;
+    return lower.size() == 4 && (lower.starts_with("com") || lower.starts_with("lpt")) && lower[3] >= '1' &&
+           lower[3] <= '9';
+}
+
+void RequireFileName(std::string_view name) {
+    constexpr std::size_t kLongest = 200;  // leaves room for the names of the files beside the table
+    const std::string_view stem = files::Stem(name);
+    const bool strange = std::any_of(name.begin(), name.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 ||
+               std::string_view("<>:\"|?*").find(c) != std::string_view::npos;
+    });
+    if (stem.empty() || stem.front() == '.' || stem.back() == ' ' || stem.back() == '.' || strange ||
+        name.size() > kLongest || IsDevice(stem))
+        throw Error(ErrorKind::InvalidArgument,
+                    "\"" + std::string(name) + "\" cannot be the file name of a table.");
+}
+
 }  // namespace
 
 std::string FindTable(files::FileSystem& files, std::string_view dataFolder, std::string_view database,
                       std::string_view table) {
-    database = WithoutEndSeparators(Trimmed(database));
     table = Trimmed(table);
-    if (!files::IsAbsolute(database)) RequireInside(database, "database");
-    const std::string base = database.empty() ? std::string(dataFolder) : files::Join(dataFolder, database);
+    const std::string base = BaseOf(dataFolder, database);
 
     const bool isFolder = base.empty() || files.IsFolder(base);
     if (!isFolder) {
@@ -101,7 +139,7 @@ std::string FindTable(files::FileSystem& files, std::string_view dataFolder, std
                                                  std::string(files::FileName(*file)) +
                                                  "; it has no table \"" + std::string(table) + "\".");
         }
-        throw Error(ErrorKind::NotFound, "The database " + base + " does not exist.");
+        FailNoDatabase(base);
     }
     if (table.empty()) {
         throw Error(ErrorKind::InvalidArgument,
@@ -111,6 +149,46 @@ std::string FindTable(files::FileSystem& files, std::string_view dataFolder, std
     if (auto found = FindNamed(files, files::Join(base, table))) return *found;
     throw Error(ErrorKind::NotFound,
                 "The table \"" + std::string(table) + "\" does not exist in the folder " + base + ".");
+}
+
+std::string PathOfNewTable(files::FileSystem& files, std::string_view dataFolder, std::string_view database,
+                           std::string_view table) {
+    table = Trimmed(table);
+    std::string path = BaseOf(dataFolder, database);
+    const bool isFolder = path.empty() || files.IsFolder(path);
+    if (isFolder) {
+        if (table.empty())
+            throw Error(ErrorKind::InvalidArgument,
+                        "The database " + path + " is a folder: a table name is needed.");
+        RequireInside(table, "table");
+        path = files::Join(path, table);
+    } else if (!NamesTheFile(table, path)) {
+        FailNoDatabase(path);
+    }
+    if (!files::SameName(files::Extension(path), kExtension)) path += kExtension;
+    RequireFileName(files::FileName(path));
+    const std::string_view folder = files::Parent(path);
+    if (!folder.empty() && !files.IsFolder(std::string(folder)))
+        throw Error(ErrorKind::NotFound, "The folder " + std::string(folder) + " does not exist.");
+    return path;
+}
+
+std::vector<std::string> TableNames(files::FileSystem& files, std::string_view dataFolder,
+                                    std::string_view database) {
+    const std::string base = BaseOf(dataFolder, database);
+    if (!base.empty() && !files.IsFolder(base)) {
+        if (const auto file = FindNamed(files, base)) return {std::string(files::Stem(*file))};
+        FailNoDatabase(base);
+    }
+    std::vector<std::string> names;
+    for (const std::string& name : files.List(base.empty() ? "." : base))
+        if (files::SameName(files::Extension(name), kExtension)) names.emplace_back(files::Stem(name));
+    std::sort(names.begin(), names.end(), [](const std::string& left, const std::string& right) {
+        const std::string a = LowerCase(left);
+        const std::string b = LowerCase(right);
+        return a != b ? a < b : left < right;
+    });
+    return names;
 }
 
 }  // namespace zu::dbf

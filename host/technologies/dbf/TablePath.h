@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "portable/files/File.h"
 
@@ -17,5 +18,16 @@ namespace zu::dbf {
 /// Errors: InvalidArgument for a name that is empty, or that leads out of the folder it starts in; NotFound.
 std::string FindTable(files::FileSystem& files, std::string_view dataFolder, std::string_view database,
                       std::string_view table);
+
+/// Where a new table of this database and name is made: the same rules, but the file need not exist. The
+/// folder must (NotFound). InvalidArgument also for names that Windows does not allow, so that tables can
+/// move there.
+std::string PathOfNewTable(files::FileSystem& files, std::string_view dataFolder, std::string_view database,
+                           std::string_view table);
+
+/// The names of the tables of a database, without ".dbf", sorted without regard to case. NotFound when there
+/// is no such folder or table file.
+std::vector<std::string> TableNames(files::FileSystem& files, std::string_view dataFolder,
+                                    std::string_view database);
 
 }  // namespace zu::dbf

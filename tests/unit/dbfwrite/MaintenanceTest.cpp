@@ -94,7 +94,7 @@ TEST_F(Maintenance, ReindexMakesAStaleIndexUsableAgain) {
 
 TEST_F(Maintenance, ATagIsAddedOrReplaced) {
     auto table = OpenTable(memory);
-    auto tag = maintenance::DefaultTag(table->content(), {{"AMOUNT", false}, {"NAME", false}});
+    auto tag = maintenance::DefaultTag(table->content().layout, {{"AMOUNT", false}, {"NAME", false}});
     table.reset();
     EXPECT_EQ(tag.name, "PEOPLE");
     EXPECT_EQ(tag.key, "STR(AMOUNT,12,2)+NAME");
@@ -102,7 +102,7 @@ TEST_F(Maintenance, ATagIsAddedOrReplaced) {
     EXPECT_EQ(OpenTable(memory)->indexes().size(), 6U);
     table = OpenTable(memory);
     EXPECT_EQ(table->indexes()[*table->DefaultIndex()].name, "PEOPLE");
-    tag = maintenance::DefaultTag(table->content(), {{"recno", true}});
+    tag = maintenance::DefaultTag(table->content().layout, {{"recno", true}});
     table.reset();
     EXPECT_EQ(tag.key, "RECNO()");
     EXPECT_TRUE(tag.descending);

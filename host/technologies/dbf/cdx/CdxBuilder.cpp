@@ -56,9 +56,10 @@ std::string StoredName(const std::string& name) {
 /// Writes the tree of one tag.
 class TagBuild {
 public:
-    TagBuild(const TagDefinition& definition, const IndexContext& context)
+    TagBuild(const TagDefinition& definition, const IndexContext& context, technologies::ProgressMeter* meter)
         : definition_(definition),
           context_(context),
+          meter_(meter),
           key_(expression::Program::CompileBytes(definition.key, context.layout)),
           form_(KeyForm::ForNewTag(key_, context.layout)) {
         if (!definition.filter.empty()) {
@@ -109,6 +110,7 @@ private:
         row.memos = context_.records.memos();
         if (!filter_) sorter.Reserve(count);
         for (std::uint32_t number = 1; number <= count; ++number) {
+            if (meter_ != nullptr) meter_->Step();
             row.record = context_.records.Record(number);
             if (row.record == nullptr) {
                 throw Error(ErrorKind::Damaged, "record " + std::to_string(number) + " of table \"" +
@@ -132,16 +134,18 @@ private:
 
     const TagDefinition& definition_;
     const IndexContext& context_;
+    technologies::ProgressMeter* meter_;
     expression::Program key_;
     std::optional<expression::Program> filter_;
     KeyForm form_;
 };
 
-BuiltTag Build(PageStream& out, const TagDefinition& definition, const IndexContext& context) {
+BuiltTag Build(PageStream& out, const TagDefinition& definition, const IndexContext& context,
+               technologies::ProgressMeter* meter) {
     BuiltTag tag;
     tag.name = StoredName(definition.name);
     try {
-        TagBuild build(definition, context);
+        TagBuild build(definition, context, meter);
         tag.offset = out.position();
         out.Next();  // the header's two pages, written when everything else is
         out.Next();
@@ -184,13 +188,14 @@ void RefuseEqualNames(const std::vector<TagDefinition>& tags) {
 
 }  // namespace
 
-void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const IndexContext& context) {
+void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const IndexContext& context,
+              technologies::ProgressMeter* meter) {
     RefuseEqualNames(tags);
     PageStream out(file, kFirstTagOffset);
     std::vector<BuiltTag> built;
     built.reserve(tags.size());
     for (const TagDefinition& tag : tags)
-        built.push_back(Build(out, tag, context));
+        built.push_back(Build(out, tag, context, meter));
     out.Flush();
     for (const BuiltTag& tag : built)
         file.WriteAt(tag.offset, tag.header);
@@ -210,6 +215,11 @@ void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const I
     std::array<std::byte, kHeaderSize> bytes{};
     header.Store(bytes);
     file.WriteAt(0, bytes);
+}
+
+void RequireBuildable(const TagDefinition& tag, const IndexContext& context) {
+    StoredName(tag.name);
+    TagBuild(tag, context, nullptr);
 }
 
 }  // namespace zu::dbf::cdx

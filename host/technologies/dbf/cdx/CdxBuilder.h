@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "host/technologies/ProgressMeter.h"
 #include "host/technologies/dbf/cdx/IndexContext.h"
 #include "host/technologies/dbf/cdx/TagDefinition.h"
 #include "portable/files/File.h"
@@ -15,6 +16,11 @@ namespace zu::dbf::cdx {
 /// Errors: InvalidArgument (names), Syntax (expressions), Unsupported (a key that no index can hold),
 /// Overflow (key or expression too long), AlreadyExists (two records with one key in a candidate tag), and
 /// those of `file`.
-void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const IndexContext& context);
+/// `meter`, when given, hears a step for each record and tag.
+void BuildCdx(files::File& file, const std::vector<TagDefinition>& tags, const IndexContext& context,
+              technologies::ProgressMeter* meter = nullptr);
+
+/// Throws what BuildCdx would throw for this definition before it reads a record.
+void RequireBuildable(const TagDefinition& tag, const IndexContext& context);
 
 }  // namespace zu::dbf::cdx

@@ -60,17 +60,21 @@ std::string AsText(const std::string& expression, const expression::Program& pro
 
 }  // namespace
 
-std::vector<cdx::TagDefinition> DefinitionsOf(files::FileSystem& files, const DbfTable::Content& content) {
+std::vector<cdx::TagDefinition> DefinitionsOf(files::FileSystem& files, const DbfTable::Content& content,
+                                              std::vector<std::string>* leftOut) {
     std::vector<cdx::TagDefinition> tags;
     if (!content.paths.index) return tags;
     cdx::CdxFile file(files.Open(*content.paths.index, {}));
     for (const cdx::DirectoryEntry& entry : cdx::ReadTagDirectory(file)) {
         const cdx::TagHeader header = file.Header(entry.header);
-        if (!header.isByteOrder())
-            throw Error(ErrorKind::Unsupported, "The index \"" + entry.name + "\" of the table " +
-                                                    content.layout.record.tableName +
-                                                    " is in the order of the collation " + header.collation +
-                                                    " and cannot be built anew here.");
+        if (!header.isByteOrder()) {
+            const std::string text = "The index \"" + entry.name + "\" of the table " +
+                                     content.layout.record.tableName + " is in the order of the collation " +
+                                     header.collation + " and cannot be built anew here.";
+            if (leftOut == nullptr) throw Error(ErrorKind::Unsupported, text);
+            leftOut->push_back(text);
+            continue;
+        }
         tags.push_back({entry.name, header.key, header.filter, (header.options & cdx::kUnique) != 0,
                         (header.options & cdx::kCandidate) != 0, header.descending});
     }
@@ -90,21 +94,21 @@ std::string DefaultTagName(std::string_view tableName) {
     return name.empty() ? "_" : name;
 }
 
-cdx::TagDefinition DefaultTag(const DbfTable::Content& content, const std::vector<IndexField>& fields) {
+cdx::TagDefinition DefaultTag(const TableLayout& layout, const std::vector<IndexField>& fields) {
     if (fields.empty())
-        throw Error(ErrorKind::InvalidArgument, "An index of the table " + content.layout.record.tableName +
-                                                    " needs at least one field.");
+        throw Error(ErrorKind::InvalidArgument,
+                    "An index of the table " + layout.record.tableName + " needs at least one field.");
     const bool allDescending =
         std::all_of(fields.begin(), fields.end(), [](const IndexField& field) { return field.descending; });
     cdx::TagDefinition tag;
-    tag.name = DefaultTagName(content.layout.record.tableName);
+    tag.name = DefaultTagName(layout.record.tableName);
     tag.descending = allDescending;
     std::string key;
     for (const IndexField& field : fields) {
         std::string text = field.text;
-        if (files::SameName(text, "RecNo") && FindField(content.layout, text) < 0) text = "RECNO()";
-        const auto program = expression::Program::Compile(text::ToUtf16(text), content.layout.record);
-        const std::string part = fields.size() == 1 ? text : AsText(text, program, content.layout);
+        if (files::SameName(text, "RecNo") && FindField(layout, text) < 0) text = "RECNO()";
+        const auto program = expression::Program::Compile(text::ToUtf16(text), layout.record);
+        const std::string part = fields.size() == 1 ? text : AsText(text, program, layout);
         if (!key.empty()) key += "+";
         const bool inverted = field.descending && !allDescending;
         if (inverted) key += "DESCEND(";
@@ -112,7 +116,7 @@ cdx::TagDefinition DefaultTag(const DbfTable::Content& content, const std::vecto
         if (inverted) key += ")";
     }
     std::size_t bad = 0;
-    const auto bytes = content.layout.record.codePage->Encode(text::ToUtf16(key), &bad);
+    const auto bytes = layout.record.codePage->Encode(text::ToUtf16(key), &bad);
     if (!bytes)
         throw Error(ErrorKind::InvalidArgument,
                     "The index key " + key + " has characters that are not in the table's code page.");

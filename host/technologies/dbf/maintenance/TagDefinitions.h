@@ -12,8 +12,10 @@
 namespace zu::dbf::maintenance {
 
 /// The tags that the production index of a table has now; none without one. Damaged when the directory of the
-/// index cannot be read.
-std::vector<cdx::TagDefinition> DefinitionsOf(files::FileSystem& files, const DbfTable::Content& content);
+/// index cannot be read. A tag whose order is not known is Unsupported, or, when `leftOut` is given, left out
+/// with a sentence about it there.
+std::vector<cdx::TagDefinition> DefinitionsOf(files::FileSystem& files, const DbfTable::Content& content,
+                                              std::vector<std::string>* leftOut = nullptr);
 
 using technologies::IndexField;
 
@@ -22,7 +24,7 @@ using technologies::IndexField;
 /// tag; in a mixed list the descending parts are held in their descending form. The tag is named after the
 /// table. Errors: InvalidArgument for an empty list or a field that does not exist, Syntax for a faulty
 /// expression.
-cdx::TagDefinition DefaultTag(const DbfTable::Content& content, const std::vector<IndexField>& fields);
+cdx::TagDefinition DefaultTag(const TableLayout& layout, const std::vector<IndexField>& fields);
 
 /// The name of the tag that index building makes for a table: its first ten letters, digits and underscores.
 std::string DefaultTagName(std::string_view tableName);
