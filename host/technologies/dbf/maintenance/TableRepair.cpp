@@ -44,8 +44,9 @@ public:
                            std::to_string(count) + ".");
         BuildIndex(copy.path(), tags, done);
         meter_.Tell();
-        KeepOldFiles(done);
-        table_.reset();
+        const write::TablePaths paths = content_.paths;
+        table_.reset();  // which lets the files go
+        KeepOldFiles(paths, done);
         swap_.Commit();
         backup_.Keep();
     }
@@ -117,9 +118,9 @@ private:
         }
     }
 
-    void KeepOldFiles(std::vector<std::string>& done) {
-        std::string names = backup_.Copy(content_.paths.table);
-        for (const auto& path : {content_.paths.memo, content_.paths.index})
+    void KeepOldFiles(const write::TablePaths& paths, std::vector<std::string>& done) {
+        std::string names = backup_.Copy(paths.table);
+        for (const auto& path : {paths.memo, paths.index})
             if (path) names += ", " + backup_.Copy(*path);
         done.push_back("The old files are kept as " + names + ".");
     }
