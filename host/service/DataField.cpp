@@ -59,7 +59,7 @@ HRESULT DataField::get_IsNull(VARIANT_BOOL* Result) noexcept {
 }
 
 HRESULT DataField::get_OriginalValue(VARIANT* Result) noexcept {
-    return get_Value(Result);
+    return GuardedResult(Result, [&] { return cursor_->ReadStored(field_).detach(); });
 }
 
 HRESULT DataField::get_Text(BSTR* Result) noexcept {

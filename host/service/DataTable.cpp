@@ -11,6 +11,7 @@
 #include "host/engine/EngineState.h"
 #include "host/engine/MessageCatalogue.h"
 #include "host/engine/Reporting.h"
+#include "host/engine/SettingsStore.h"
 #include "host/service/DataIndex.h"
 #include "host/service/DataView.h"
 #include "host/service/FieldSelection.h"
@@ -65,7 +66,8 @@ std::vector<std::uint32_t> RunSelection(technologies::Table& table,
 
 }  // namespace
 
-DataTable::DataTable(std::shared_ptr<technologies::Table> table) : table_(std::move(table)) {}
+DataTable::DataTable(std::shared_ptr<technologies::Table> table)
+    : table_(std::move(table)), showDeleted_(SettingsStore::Instance().Get().showDeleted) {}
 
 ViewFields DataTable::Fields() const {
     ViewFields fields;
@@ -74,9 +76,12 @@ ViewFields DataTable::Fields() const {
     return fields;
 }
 
-IDispatch* DataTable::ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records) const {
+IDispatch* DataTable::ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records, LONG flag) const {
     std::vector<std::size_t> chosen = ChooseFields(fieldNames, Fields(), table_->name());
-    return MakeView(std::make_shared<TableRecords>(table_, std::move(chosen), std::move(records))).detach();
+    const auto deleted =
+        flag != 0 || showDeleted_ ? TableRecords::Deleted::Stay : TableRecords::Deleted::Leave;
+    return MakeView(std::make_shared<TableRecords>(table_, std::move(chosen), std::move(records), deleted))
+        .detach();
 }
 
 ::DataIndex* DataTable::IndexObject(std::size_t index) const {
@@ -154,15 +159,15 @@ HRESULT DataTable::Seek(::DataIndex* Index, LONG, LONG MaxRecords, LONG Flag, VA
                 throw com::ComError(com::kTypeMismatch, L"Table " + Wide(table_->name()) +
                                                             L": Seek needs an index of this table");
             const auto criteria = key->Criteria();
-            if (!criteria) return ViewOf(FieldNames, {});
+            if (!criteria) return ViewOf(FieldNames, {}, Flag);
             if (!criteria->empty())
                 return ViewOf(FieldNames,
-                              table_->Seek(key->index(), *criteria, LimitOf(MaxRecords), Flag != 0));
+                              table_->Seek(key->index(), *criteria, LimitOf(MaxRecords), Flag != 0), Flag);
             technologies::Selection all;
             all.index = key->index();
             all.maxRecords = LimitOf(MaxRecords);
             all.includeDeleted = Flag != 0;
-            return ViewOf(FieldNames, table_->Select(all));
+            return ViewOf(FieldNames, table_->Select(all), Flag);
         },
         Audience::User);
 }
@@ -186,13 +191,13 @@ HRESULT DataTable::Select(VARIANT Condition, VARIANT MaxRecords, LONG Flag, VARI
         Result,
         [&] {
             const auto condition = ConditionOf(Condition);
-            if (!condition) return ViewOf(FieldNames, {});
+            if (!condition) return ViewOf(FieldNames, {}, Flag);
             technologies::Selection selection;
             selection.condition = *condition;
             selection.index = openIndex_;
             selection.maxRecords = LimitOf(LimitArgument(MaxRecords));
             selection.includeDeleted = Flag != 0;
-            return ViewOf(FieldNames, RunSelection(*table_, selection));
+            return ViewOf(FieldNames, RunSelection(*table_, selection), Flag);
         },
         Audience::User);
 }

@@ -31,11 +31,12 @@ public:
 
 private:
     ViewFields Fields() const;
-    IDispatch* ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records) const;
+    IDispatch* ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records, LONG flag) const;
     ::DataIndex* IndexObject(std::size_t index) const;
     std::size_t LocateIndex(const VARIANT& index) const;
 
     std::shared_ptr<technologies::Table> table_;
+    bool showDeleted_;
     std::optional<std::size_t> openIndex_;
 };
 

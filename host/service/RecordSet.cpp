@@ -1,5 +1,7 @@
 #include "host/service/RecordSet.h"
 
+#include <algorithm>
+
 #include "com/Bstr.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
@@ -16,16 +18,34 @@ void RecordSet::Write(std::size_t record, std::size_t field, const technologies:
                  std::to_string(RecordNumber(record)));
 }
 
-void RecordSet::SetDeleted(std::size_t record, bool deleted) {
+std::unique_ptr<technologies::RecordEdit> RecordSet::BeginEdit(std::size_t record) {
+    RefuseChange("change record " + std::to_string(RecordNumber(record)));
+}
+
+std::unique_ptr<technologies::RecordEdit> RecordSet::BeginNew() {
+    RefuseChange("add a record");
+}
+
+void RecordSet::Join(std::uint32_t, bool) {
+    RefuseChange("add a record");
+}
+
+bool RecordSet::SetDeleted(std::size_t record, bool deleted) {
     RefuseChange((deleted ? "delete record " : "undelete record ") + std::to_string(RecordNumber(record)));
 }
 
-bool RecordSet::Update(std::size_t record) {
-    RefuseChange("save record " + std::to_string(RecordNumber(record)));
+void RecordSet::Unwatch(Observer& observer) noexcept {
+    observers_.erase(std::remove(observers_.begin(), observers_.end(), &observer), observers_.end());
 }
 
-bool RecordSet::AddNew() {
-    RefuseChange("add a record");
+void RecordSet::TellJoined() noexcept {
+    for (Observer* const observer : observers_)
+        observer->OnJoined();
+}
+
+void RecordSet::TellLeft(std::size_t record) noexcept {
+    for (Observer* const observer : observers_)
+        observer->OnLeft(record);
 }
 
 }  // namespace zu::host

@@ -2,19 +2,32 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "host/service/ViewField.h"
+#include "host/technologies/RecordEdit.h"
 #include "host/technologies/Value.h"
 
 namespace zu::host {
 
 /// The records behind a view, whatever they come from. Records are counted from 0 here; failures are
-/// zu::Errors.
+/// zu::Errors. Several views may show one set.
 ///
 /// What is not overridden belongs to records that can only be read.
 class RecordSet {
 public:
+    /// Hears which records come and go, so that positions stay with their records.
+    class Observer {
+    public:
+        virtual ~Observer() = default;
+        /// A record has joined behind the others.
+        virtual void OnJoined() noexcept = 0;
+        /// The record with this index has left; those behind it have moved up.
+        virtual void OnLeft(std::size_t record) noexcept = 0;
+    };
+
     virtual ~RecordSet() = default;
 
     virtual const std::wstring& tableName() const noexcept = 0;
@@ -27,16 +40,34 @@ public:
     virtual bool IsDeleted(std::size_t record) = 0;
 
     virtual bool isUpdateable() const noexcept { return false; }
-    /// Keeps `value` for the field until Update.
+    /// Values are kept at once, by Write; otherwise they go into edits.
+    virtual bool keepsAtOnce() const noexcept { return false; }
     virtual void Write(std::size_t record, std::size_t field, const technologies::Value& value);
-    virtual void SetDeleted(std::size_t record, bool deleted);
-    /// Saves what was written; false when it was not saved.
-    virtual bool Update(std::size_t record);
-    virtual bool AddNew();
 
-protected:
+    virtual std::unique_ptr<technologies::RecordEdit> BeginEdit(std::size_t record);
+    /// A new blank record; null when the set takes none.
+    virtual std::unique_ptr<technologies::RecordEdit> BeginNew();
+    /// The place that a field of the view has in edits.
+    virtual std::size_t PlaceInEdit(std::size_t field) const { return field; }
+    /// A new record that was saved under `number` joins the set, unless it is deleted and must not show.
+    virtual void Join(std::uint32_t number, bool deleted);
+
+    /// Marks a record as deleted, or takes the mark off, at once. A record that must not show any more leaves
+    /// the set. False when the mark was as wanted already.
+    virtual bool SetDeleted(std::size_t record, bool deleted);
+
+    void Watch(Observer& observer) { observers_.push_back(&observer); }
+    void Unwatch(Observer& observer) noexcept;
+
     /// Throws the error that says that the table can only be read.
     [[noreturn]] void RefuseChange(const std::string& what) const;
+
+protected:
+    void TellJoined() noexcept;
+    void TellLeft(std::size_t record) noexcept;
+
+private:
+    std::vector<Observer*> observers_;
 };
 
 }  // namespace zu::host

@@ -6,7 +6,7 @@
 #include "com/Bstr.h"
 #include "com/ComError.h"
 #include "host/service/DataView.h"
-#include "portable/text/Utf.h"
+#include "host/service/ViewAccess.h"
 
 namespace zu::host {
 namespace {
@@ -17,64 +17,15 @@ std::shared_ptr<VariableRecords> NoRecords() {
     return std::make_shared<VariableRecords>(kTableName, ViewFields(), 0);
 }
 
-com::ComPtr<ZuDataField> FieldOf(ZuDataFields& fields, LONG number) {
-    com::ComPtr<ZuDataField> field;
-    com::Check(fields.get_Item(com::Variant(number), field.put()));
-    com::Required(field.get());
-    return field;
-}
-
-LONG CountOf(ZuDataFields& fields) {
-    LONG count = 0;
-    com::Check(fields.get_Count(&count));
-    return count;
-}
-
-com::ComPtr<ZuDataFields> FieldsOf(ZuDataView& view) {
-    com::ComPtr<ZuDataFields> fields;
-    com::Check(view.get_Fields(fields.put()));
-    com::Required(fields.get());
+/// A variable can hold Null in every field.
+ViewFields FieldsForVariable(ZuDataView& layout) {
+    ViewFields fields = DescribeFields(layout);
+    for (ViewField& field : fields)
+        field.description.nullable = true;
     return fields;
 }
 
-com::Bstr NameOf(ZuDataField& field) {
-    com::Bstr name;
-    com::Check(field.get_Name(name.put()));
-    return name;
-}
-
-ViewField Describe(ZuDataField& field) {
-    technologies::FieldDescription description;
-    description.name = text::ToUtf8(com::AsUtf16(NameOf(field).view()));
-    LONG type = 0;
-    LONG size = 0;
-    LONG decimals = 0;
-    LONG width = 0;
-    LONG alignment = 0;
-    com::Check(field.get_Type(&type));
-    com::Check(field.get_Size(&size));
-    com::Check(field.get_Decimals(&decimals));
-    com::Check(field.get_DisplayWidth(&width));
-    com::Check(field.get_Alignment(&alignment));
-    description.type = static_cast<technologies::FieldType>(type);
-    description.size = size;
-    description.decimals = decimals;
-    description.displayWidth = width;
-    description.rightAligned = alignment == 1;
-    description.nullable = true;
-    return ViewField(std::move(description));
-}
-
 }  // namespace
-
-ViewFields FieldsOfView(ZuDataView& view) {
-    const com::ComPtr<ZuDataFields> fields = FieldsOf(view);
-    ViewFields described;
-    const LONG count = CountOf(*fields);
-    for (LONG i = 0; i < count; ++i)
-        described.push_back(Describe(*FieldOf(*fields, i)));
-    return described;
-}
 
 RecordVariable::RecordVariable() : ViewMembers(std::make_shared<ViewCursor>(NoRecords())) {}
 
@@ -123,7 +74,7 @@ HRESULT RecordVariable::Initialise(IDispatch* Layout, LONG Records, VARIANT_BOOL
     return GuardedResult(Result, [&] {
         const com::ComPtr<ZuDataView> layout = com::Share(Layout).as<ZuDataView>();
         if (Records < 1 || Records > kMostRecords) return VARIANT_FALSE;
-        auto records = std::make_shared<VariableRecords>(kTableName, FieldsOfView(*layout),
+        auto records = std::make_shared<VariableRecords>(kTableName, FieldsForVariable(*layout),
                                                          static_cast<std::size_t>(Records));
         Show(std::make_shared<ViewCursor>(records));
         variable_ = std::move(records);

@@ -31,7 +31,4 @@ private:
     std::shared_ptr<VariableRecords> variable_;
 };
 
-/// The fields of any view, through the operations that every view has.
-ViewFields FieldsOfView(ZuDataView& view);
-
 }  // namespace zu::host

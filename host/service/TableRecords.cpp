@@ -3,15 +3,18 @@
 #include <utility>
 
 #include "com/Bstr.h"
+#include "host/service/DeletionMark.h"
+#include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 
 namespace zu::host {
 
 TableRecords::TableRecords(std::shared_ptr<technologies::Table> table, std::vector<std::size_t> chosen,
-                           std::vector<std::uint32_t> numbers)
+                           std::vector<std::uint32_t> numbers, Deleted deleted)
     : table_(std::move(table)),
       chosen_(std::move(chosen)),
       numbers_(std::move(numbers)),
+      deleted_(deleted),
       tableName_(com::AsWide(text::ToUtf16(table_->name()))) {
     fields_.reserve(chosen_.size());
     for (const std::size_t position : chosen_)
@@ -24,6 +27,32 @@ void TableRecords::Read(std::size_t record, std::size_t field, technologies::Val
 
 bool TableRecords::IsDeleted(std::size_t record) {
     return table_->IsDeleted(numbers_.at(record));
+}
+
+std::unique_ptr<technologies::RecordEdit> TableRecords::BeginEdit(std::size_t record) {
+    return table_->EditRecord(numbers_.at(record));
+}
+
+std::unique_ptr<technologies::RecordEdit> TableRecords::BeginNew() {
+    if (!isUpdateable()) RefuseChange("add a record");
+    return table_->NewRecord();
+}
+
+void TableRecords::Join(std::uint32_t number, bool deleted) {
+    if (deleted && deleted_ == Deleted::Leave) return;
+    numbers_.push_back(number);
+    TellJoined();
+}
+
+bool TableRecords::SetDeleted(std::size_t record, bool deleted) {
+    const std::uint32_t number = numbers_.at(record);
+    if (!isUpdateable()) return RecordSet::SetDeleted(record, deleted);
+    const bool changed = MarkRecord(*table_, number, deleted);
+    if (deleted && deleted_ == Deleted::Leave) {
+        numbers_.erase(numbers_.begin() + static_cast<std::ptrdiff_t>(record));
+        TellLeft(record);
+    }
+    return changed;
 }
 
 }  // namespace zu::host

@@ -11,9 +11,12 @@ namespace zu::host {
 /// Records of a table by their numbers; values are read when they are asked for. Keeps the table open.
 class TableRecords final : public RecordSet {
 public:
+    /// Whether records that are marked as deleted stay in the set.
+    enum class Deleted { Leave, Stay };
+
     /// `chosen`: the positions of the view's fields in the table.
     TableRecords(std::shared_ptr<technologies::Table> table, std::vector<std::size_t> chosen,
-                 std::vector<std::uint32_t> numbers);
+                 std::vector<std::uint32_t> numbers, Deleted deleted);
 
     const std::wstring& tableName() const noexcept override { return tableName_; }
     const ViewFields& fields() const noexcept override { return fields_; }
@@ -22,10 +25,18 @@ public:
     std::uint32_t RecordNumber(std::size_t record) override { return numbers_.at(record); }
     bool IsDeleted(std::size_t record) override;
 
+    bool isUpdateable() const noexcept override { return table_->isUpdateable(); }
+    std::unique_ptr<technologies::RecordEdit> BeginEdit(std::size_t record) override;
+    std::unique_ptr<technologies::RecordEdit> BeginNew() override;
+    std::size_t PlaceInEdit(std::size_t field) const override { return chosen_.at(field); }
+    void Join(std::uint32_t number, bool deleted) override;
+    bool SetDeleted(std::size_t record, bool deleted) override;
+
 private:
     std::shared_ptr<technologies::Table> table_;
     std::vector<std::size_t> chosen_;
     std::vector<std::uint32_t> numbers_;
+    Deleted deleted_;
     std::wstring tableName_;
     ViewFields fields_;
 };

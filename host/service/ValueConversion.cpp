@@ -242,8 +242,7 @@ Value Converted(const VARIANT& source, FieldType type, const char* dayForm, bool
                                          std::to_string(field.decimals) + " decimals) cannot hold " + what);
 }
 
-void FitText(Value& value, const technologies::FieldDescription& field) {
-    value.text.resize(value.text.find_last_not_of(u" \0") + 1);
+void FitText(const Value& value, const technologies::FieldDescription& field) {
     if (field.type == FieldType::Text && field.size > 0 &&
         value.text.size() > static_cast<std::size_t>(field.size))
         TooWide(field, "a text of " + std::to_string(value.text.size()) + " characters");
@@ -340,15 +339,38 @@ Value FromVariant(const VARIANT& value, FieldType type) {
     return Converted(value, type, "%04d-%02d-%02d", true);
 }
 
+void FromVariant(const VARIANT& value, FieldType type, Value& out) {
+    const VARIANT& content = com::Dereference(value);
+    const bool isText = type == FieldType::Text || type == FieldType::LongText;
+    if (isText && content.vt == VT_BSTR) {
+        out.kind = Value::Kind::Text;
+        out.text.assign(com::AsUtf16(com::View(content.bstrVal)));
+    } else if (type == FieldType::Double && content.vt == VT_R8) {
+        out.kind = Value::Kind::Double;
+        out.number = content.dblVal;
+    } else if (type == FieldType::Integer32 && content.vt == VT_I4) {
+        out.kind = Value::Kind::Integer;
+        out.integer = content.lVal;
+    } else {
+        out = FromVariant(content, type);
+    }
+}
+
 Value KeyFromVariant(const VARIANT& value, FieldType type) {
     return Converted(value, type, "%04d%02d%02d", false);
 }
 
-void FitToField(Value& value, const technologies::FieldDescription& field) {
-    if (value.kind == Value::Kind::Text) FitText(value, field);
-    if (value.kind == Value::Kind::Decimal) FitDecimal(value, field);
+void TrimToField(Value& value, const technologies::FieldDescription& field) {
+    if (value.kind == Value::Kind::Text && field.type == FieldType::Text)
+        value.text.resize(value.text.find_last_not_of(u' ') + 1);
     // A field of eight characters holds a day; the time of day has no place there.
     if (value.kind == Value::Kind::DateTime && field.size == 8) value.milliseconds = 0;
+}
+
+void FitToField(Value& value, const technologies::FieldDescription& field) {
+    TrimToField(value, field);
+    if (value.kind == Value::Kind::Text) FitText(value, field);
+    if (value.kind == Value::Kind::Decimal) FitDecimal(value, field);
 }
 
 void MakeUsableForScripts(VARIANT& value) noexcept {

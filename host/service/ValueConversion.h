@@ -21,10 +21,16 @@ com::Variant ToVariant(const technologies::Value& value, technologies::FieldType
 /// ComError: type mismatch, overflow.
 technologies::Value FromVariant(const VARIANT& value, technologies::FieldType type);
 
+/// The same into an existing value, whose buffers are used again.
+void FromVariant(const VARIANT& value, technologies::FieldType type, technologies::Value& out);
+
 /// As FromVariant, for the part of an index key: dates become YYYYMMDD where the key is text.
 technologies::Value KeyFromVariant(const VARIANT& value, technologies::FieldType type);
 
-/// Cuts trailing blanks, rounds to the field's decimals and throws an Overflow error that names the field
+/// Takes away what means nothing in the field: trailing blanks, the time of day in a field that holds days.
+void TrimToField(technologies::Value& value, const technologies::FieldDescription& field);
+
+/// Trims, rounds to the field's decimals and throws an Overflow error that names the field
 /// when the value is wider than the field.
 void FitToField(technologies::Value& value, const technologies::FieldDescription& field);
 

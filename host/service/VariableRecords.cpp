@@ -19,6 +19,12 @@ void VariableRecords::Write(std::size_t record, std::size_t field, const technol
     values_.at(record).at(field) = value;
 }
 
+bool VariableRecords::SetDeleted(std::size_t record, bool deleted) {
+    const bool changed = deleted_.at(record) != deleted;
+    deleted_.at(record) = deleted;
+    return changed;
+}
+
 void VariableRecords::Reset() {
     for (auto& record : values_)
         std::fill(record.begin(), record.end(), technologies::Value());

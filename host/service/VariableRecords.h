@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "host/service/RecordSet.h"
@@ -20,9 +21,9 @@ public:
     bool IsDeleted(std::size_t record) override { return deleted_.at(record); }
     bool isUpdateable() const noexcept override { return !values_.empty(); }
     void Write(std::size_t record, std::size_t field, const technologies::Value& value) override;
-    void SetDeleted(std::size_t record, bool deleted) override { deleted_.at(record) = deleted; }
-    bool Update(std::size_t) override { return true; }
-    bool AddNew() override { return false; }
+    bool keepsAtOnce() const noexcept override { return true; }
+    std::unique_ptr<technologies::RecordEdit> BeginNew() override { return nullptr; }
+    bool SetDeleted(std::size_t record, bool deleted) override;
 
     /// Takes all values away.
     void Reset();

@@ -11,6 +11,7 @@
 #include "host/service/FieldSelection.h"
 #include "host/service/ValueConversion.h"
 #include "host/service/VariableRecords.h"
+#include "host/service/ViewAccess.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 
@@ -44,7 +45,46 @@ LONG Steps(LONG count) {
     return count == -1 ? 1 : count;
 }
 
+/// Numbers that the table draws itself. (Arrays of bytes are read-only for scripts, not for copies.)
+bool IsKeptByTable(const technologies::FieldDescription& field) noexcept {
+    return field.readOnly && field.type != technologies::FieldType::Binary;
+}
+
+/// Reasons for which a record stays unsaved although everything works.
+bool ConcernsTheRecord(ErrorKind kind) noexcept {
+    return kind == ErrorKind::AlreadyExists || kind == ErrorKind::Locked || kind == ErrorKind::Conflict;
+}
+
 }  // namespace
+
+ViewCursor::ViewCursor(std::shared_ptr<RecordSet> records) : records_(std::move(records)) {
+    records_->Watch(*this);
+}
+
+ViewCursor::~ViewCursor() {
+    records_->Unwatch(*this);
+}
+
+std::shared_ptr<ViewCursor> ViewCursor::Clone() const {
+    auto clone = std::make_shared<ViewCursor>(records_);
+    clone->position_ = position_;
+    return clone;
+}
+
+void ViewCursor::OnJoined() noexcept {
+    // Where a new record is begun here, it keeps its place behind all others.
+    if (new_ && static_cast<std::size_t>(position_) + 1 == records_->Count()) ++position_;
+}
+
+void ViewCursor::OnLeft(std::size_t record) noexcept {
+    if (position_ > 0 && static_cast<std::size_t>(position_) > record) --position_;
+    if (before_ > 0 && static_cast<std::size_t>(before_) > record) --before_;
+    if (!edit_ || new_) return;
+    if (edited_ == record)
+        DropEdit();
+    else if (edited_ > record)
+        --edited_;
+}
 
 std::size_t ViewCursor::Find(std::wstring_view name) const noexcept {
     const std::size_t found = FindField(fields(), name);
@@ -84,8 +124,13 @@ LONG ViewCursor::Count() const {
         std::min<std::size_t>(records_->Count(), static_cast<std::size_t>(std::numeric_limits<LONG>::max())));
 }
 
+void ViewCursor::GoTo(LONG record) {
+    if (record == position_ && !new_) CancelUpdate();
+    position_ = record;
+}
+
 void ViewCursor::MoveLast() {
-    position_ = std::max<LONG>(Count() - 1, 0);
+    GoTo(std::max<LONG>(Count() - 1, 0));
 }
 
 void ViewCursor::MoveNext(LONG count) {
@@ -101,7 +146,11 @@ void ViewCursor::MovePrevious(LONG count) {
 }
 
 void ViewCursor::Move(LONG record) {
-    position_ = static_cast<LONG>(Checked(record));
+    if (new_ && record == Count()) {
+        position_ = record;
+    } else {
+        GoTo(static_cast<LONG>(Checked(record)));
+    }
 }
 
 std::size_t ViewCursor::Checked(LONG record) const {
@@ -122,40 +171,179 @@ std::size_t ViewCursor::Current() const {
     return static_cast<std::size_t>(position_);
 }
 
+technologies::RecordEdit* ViewCursor::CurrentEdit() const {
+    if (!edit_) return nullptr;
+    const bool current = new_ ? isNew() : position_ >= 0 && static_cast<std::size_t>(position_) == edited_;
+    return current ? edit_.get() : nullptr;
+}
+
+void ViewCursor::DropEdit() noexcept {
+    edit_.reset();
+    new_ = false;
+}
+
 com::Variant ViewCursor::Read(std::size_t field) {
-    return ReadAt(Current(), field);
+    return isNew() ? ReadEdit(field) : ReadAt(Current(), field);
 }
 
 com::Variant ViewCursor::Read(LONG record, std::size_t field) {
     return ReadAt(Checked(record), field);
 }
 
+com::Variant ViewCursor::ReadStored(std::size_t field) {
+    if (isNew()) return com::Variant::Null();
+    const std::size_t record = Current();
+    if (field >= fields().size()) return ReadAt(record, field);
+    records_->Read(record, field, value_);
+    return ToVariant(value_, fields()[field].description.type);
+}
+
+com::Variant ViewCursor::ReadEdit(std::size_t field) {
+    if (field == kRecordNumberField) return com::Variant(LONG{0});
+    if (field == kDeletedField) return com::Variant(edit_->isDeleted());
+    const ViewField& description = fields().at(field);
+    edit_->Get(records_->PlaceInEdit(field), value_);
+    return ToVariant(value_, description.description.type);
+}
+
 com::Variant ViewCursor::ReadAt(std::size_t record, std::size_t field) {
     if (field == kRecordNumberField) return com::Variant(static_cast<LONG>(records_->RecordNumber(record)));
     if (field == kDeletedField) return com::Variant(records_->IsDeleted(record));
+    if (edit_ && !new_ && edited_ == record) return ReadEdit(field);
     const ViewField& description = fields().at(field);
     records_->Read(record, field, value_);
     return ToVariant(value_, description.description.type);
 }
 
-void ViewCursor::Write(std::size_t field, const VARIANT& value) {
-    const std::size_t record = Current();
-    if (field == kDeletedField) return records_->SetDeleted(record, ToTruthValue(value));
-    const ViewField& target = Field(field);
-    if (field == kRecordNumberField)
-        throw Error(ErrorKind::InvalidArgument, "Field ##RECNO cannot be changed");
-    technologies::Value converted;
+/// Leaves the value as the field takes it in value_.
+void ViewCursor::Convert(std::size_t field, const VARIANT& value) {
+    const ViewField& target = fields()[field];
     try {
-        converted = FromVariant(value, target.description.type);
+        FromVariant(value, target.description.type, value_);
     } catch (const com::ComError& error) {
         throw com::ComError(error.code(), L"Field " + target.name + L": " + error.description());
     }
-    FitToField(converted, target.description);
-    records_->Write(record, field, converted);
+    TrimToField(value_, target.description);
+}
+
+void ViewCursor::Write(std::size_t field, const VARIANT& value) {
+    if (field == kRecordNumberField)
+        throw Error(ErrorKind::InvalidArgument, "Field ##RECNO cannot be changed");
+    if (field == kDeletedField) {
+        const bool deleted = ToTruthValue(value);
+        if (isNew()) return edit_->SetDeleted(deleted);
+        records_->SetDeleted(Current(), deleted);
+        return;
+    }
+    technologies::RecordEdit* edit = CurrentEdit();
+    const std::size_t record = edit ? edited_ : Current();
+    Convert(field, value);
+    if (edit) return edit->Set(records_->PlaceInEdit(field), value_);
+    if (records_->keepsAtOnce() || !records_->isUpdateable()) {
+        FitToField(value_, fields()[field].description);
+        return records_->Write(record, field, value_);
+    }
+    auto begun = records_->BeginEdit(record);
+    begun->Set(records_->PlaceInEdit(field), value_);
+    edit_ = std::move(begun);
+    edited_ = record;
+    new_ = false;
+}
+
+bool ViewCursor::isDirty() const {
+    const technologies::RecordEdit* const edit = CurrentEdit();
+    return edit && edit->isChanged();
+}
+
+std::uint32_t ViewCursor::RecordNumber() {
+    return isNew() ? 0 : records_->RecordNumber(Current());
+}
+
+bool ViewCursor::IsDeleted() {
+    return isNew() ? edit_->isDeleted() : records_->IsDeleted(Current());
+}
+
+bool ViewCursor::Update(std::string& whyNot) {
+    technologies::RecordEdit* const edit = CurrentEdit();
+    if (!edit) {
+        const std::size_t record = Current();
+        if (!records_->isUpdateable())
+            records_->RefuseChange("save record " + std::to_string(records_->RecordNumber(record)));
+        return true;
+    }
+    try {
+        if (!edit->Save()) {
+            whyNot = "Record " + std::to_string(edit->record()) + " of table " + Utf8(records_->tableName()) +
+                     " was not saved: another process has changed one of the same fields meanwhile";
+            return false;
+        }
+    } catch (const Error& error) {
+        if (!ConcernsTheRecord(error.kind())) throw;
+        whyNot = error.what();
+        return false;
+    }
+    if (new_) {
+        SaveNew();
+    } else {
+        DropEdit();
+    }
+    return true;
+}
+
+void ViewCursor::SaveNew() {
+    const std::unique_ptr<technologies::RecordEdit> saved = std::move(edit_);
+    DropEdit();
+    records_->Join(saved->record(), saved->isDeleted());
+}
+
+void ViewCursor::CancelUpdate() {
+    if (!CurrentEdit()) return;
+    if (new_) position_ = before_;
+    DropEdit();
+}
+
+void ViewCursor::Refresh() {
+    CancelUpdate();
+}
+
+bool ViewCursor::AddNew(ZuDataView* values) {
+    std::unique_ptr<technologies::RecordEdit> begun = records_->BeginNew();
+    if (!begun) return false;
+    if (values) CopyValues(*begun, *values);
+    if (!new_) before_ = position_;
+    edit_ = std::move(begun);
+    new_ = true;
+    position_ = Count();
+    return true;
+}
+
+void ViewCursor::CopyValues(technologies::RecordEdit& edit, ZuDataView& values) {
+    const com::ComPtr<ZuDataFields> sources = FieldsOf(values);
+    const LONG count = CountOf(*sources);
+    for (LONG i = 0; i < count; ++i) {
+        const com::ComPtr<ZuDataField> source = FieldOf(*sources, i);
+        const std::size_t target = FindField(fields(), NameOf(*source).view());
+        if (target == kNoField || IsKeptByTable(fields()[target].description)) continue;
+        com::Variant value;
+        com::Check(source->get_Value(value.put()));
+        Convert(target, value);
+        // A blank record has nothing in its fields already.
+        if (value_.kind == technologies::Value::Kind::Null && !fields()[target].description.nullable)
+            continue;
+        edit.Set(records_->PlaceInEdit(target), value_);
+    }
+}
+
+bool ViewCursor::SetDeleted(LONG record, bool deleted) {
+    return records_->SetDeleted(Checked(record), deleted);
 }
 
 void ViewCursor::Close() {
-    records_ = std::make_shared<VariableRecords>(records_->tableName(), fields(), 0);
+    DropEdit();
+    auto none = std::make_shared<VariableRecords>(records_->tableName(), fields(), 0);
+    none->Watch(*this);
+    records_->Unwatch(*this);
+    records_ = std::move(none);
     position_ = 0;
 }
 

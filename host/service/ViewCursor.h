@@ -4,11 +4,15 @@
 
 #include <oleauto.h>
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "com/Variant.h"
 #include "host/service/RecordSet.h"
+#include "host/technologies/RecordEdit.h"
+#include "idl/ZuDataViewInterface.h"
 
 namespace zu::host {
 
@@ -24,9 +28,20 @@ inline constexpr std::size_t kDeletedField = static_cast<std::size_t>(-3);
 ///
 /// Positions run from -1 (before the first record) over 0 .. count-1 to count (past the last one). An empty
 /// set stands at 0 and is at both ends.
-class ViewCursor {
+///
+/// Values that are put into a field wait in an edit of the cursor's own until Update. There is one edit at a
+/// time: it ends when it is saved or cancelled, when another one begins, and when its record is made current
+/// once more (which reads it anew). Moving away and back leaves it waiting. A new record stands behind the
+/// last one, at position count, and is not counted until it is saved.
+class ViewCursor final : private RecordSet::Observer {
 public:
-    explicit ViewCursor(std::shared_ptr<RecordSet> records) noexcept : records_(std::move(records)) {}
+    explicit ViewCursor(std::shared_ptr<RecordSet> records);
+    ViewCursor(const ViewCursor&) = delete;
+    ViewCursor& operator=(const ViewCursor&) = delete;
+    ~ViewCursor() override;
+
+    /// Another cursor over the same records at the same position, without what is not saved here.
+    std::shared_ptr<ViewCursor> Clone() const;
 
     const std::shared_ptr<RecordSet>& records() const noexcept { return records_; }
     const ViewFields& fields() const noexcept { return records_->fields(); }
@@ -43,17 +58,43 @@ public:
     bool IsBeforeFirst() const { return position_ < 0 || Count() == 0; }
     bool IsPastLast() const { return position_ >= Count(); }
 
-    void MoveFirst() noexcept { position_ = 0; }
+    void MoveFirst() { GoTo(0); }
     void MoveLast();
     /// Moves `count` records on, at most to the end; -1 stands for one record.
     void MoveNext(LONG count);
     void MovePrevious(LONG count);
-    /// Out of range is an InvalidArgument error that names the range.
+    /// Out of range is an InvalidArgument error that names the range. The place of a new record is in range.
     void Move(LONG record);
 
     com::Variant Read(std::size_t field);
     com::Variant Read(LONG record, std::size_t field);
+    /// The value that is stored, whatever waits to be saved; Null in a new record.
+    com::Variant ReadStored(std::size_t field);
+    /// Keeps a value for Update. "##DELETED" counts at once, except in a new record. What the field cannot
+    /// hold is refused with the reason, and everything stays as it was.
     void Write(std::size_t field, const VARIANT& value);
+
+    /// The current record has changes that are not saved.
+    bool isDirty() const;
+    /// The current record is a new one that is not saved.
+    bool isNew() const { return new_ && position_ >= Count(); }
+    std::uint32_t RecordNumber();
+    bool IsDeleted();
+
+    /// Saves the changes of the current record. False, and they stay, when the record as it is cannot be
+    /// saved: another process has changed one of the same fields, or holds the record, or an index refuses
+    /// the key. `whyNot` gets the reason.
+    bool Update(std::string& whyNot);
+    /// Drops the changes of the current record. A new one goes, and the cursor is where it was before.
+    void CancelUpdate();
+    /// Reads the current record anew, without what was not saved.
+    void Refresh();
+    /// Begins a new record with the values of `values`, found by their names; null: a blank one. False when
+    /// the view takes no new records.
+    bool AddNew(ZuDataView* values);
+    /// See RecordSet::SetDeleted.
+    bool SetDeleted(LONG record, bool deleted);
+
     /// The index of the current record; NotFound when there is none.
     std::size_t Current() const;
     /// `record` as an index; InvalidArgument when it is out of range.
@@ -63,11 +104,27 @@ public:
     void Close();
 
 private:
+    void OnJoined() noexcept override;
+    void OnLeft(std::size_t record) noexcept override;
+
     com::Variant ReadAt(std::size_t record, std::size_t field);
+    com::Variant ReadEdit(std::size_t field);
+    void GoTo(LONG record);
+    /// The edit of the current record; null when there is none.
+    technologies::RecordEdit* CurrentEdit() const;
+    void DropEdit() noexcept;
+    void SaveNew();
+    void Convert(std::size_t field, const VARIANT& value);
+    void CopyValues(technologies::RecordEdit& edit, ZuDataView& values);
 
     std::shared_ptr<RecordSet> records_;
     LONG position_ = 0;
-    technologies::Value value_;  ///< reused, so that reading texts does not allocate each time
+    std::unique_ptr<technologies::RecordEdit> edit_;
+    std::size_t edited_ = 0;  ///< the record of edit_, unless that is a new one
+    bool new_ = false;        ///< edit_ is a new record
+    LONG before_ = 0;         ///< where the cursor stood when the new record began
+    /// Reused, so that texts do not allocate each time.
+    technologies::Value value_;
 };
 
 }  // namespace zu::host

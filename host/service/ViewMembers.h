@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "com/Bstr.h"
@@ -16,6 +17,13 @@ namespace zu::host {
 /// A further view over the records of `cursor`, with a position of its own.
 com::ComPtr<ZuDataView> CloneView(const ViewCursor& cursor);
 
+/// The view that AddNew takes values from; none when the argument is left out or empty. Anything else is a
+/// type mismatch, and Nothing the error for an object that is not set.
+com::ComPtr<ZuDataView> ValuesArgument(const VARIANT* values);
+
+/// Tells the user why a record was not saved.
+void ReportUnsaved(const std::string& reason);
+
 /// The members of ZuDataView over a cursor, for every class that is a view. `Base` is the class's DualObject
 /// with ZuDataView as its primary interface.
 template <class Base>
@@ -30,7 +38,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE Update(VARIANT_BOOL* Result) noexcept override {
         return GuardedResult(
-            Result, [&] { return com::ToVariantBool(records().Update(cursor_->Current())); }, Audience::User);
+            Result, [&] { return SaveCurrent(); }, Audience::User);
     }
     HRESULT STDMETHODCALLTYPE get_Fields(ZuDataFields** Result) noexcept override {
         return GuardedResult(Result, [&] { return fields_.copy(); });
@@ -66,20 +74,20 @@ public:
         return GuardedResult(Result, [&] { return cursor_->position(); });
     }
     HRESULT STDMETHODCALLTYPE get_RecordNumber(LONG* Result) noexcept override {
-        return GuardedResult(Result,
-                             [&] { return static_cast<LONG>(records().RecordNumber(cursor_->Current())); });
+        return GuardedResult(Result, [&] { return static_cast<LONG>(cursor_->RecordNumber()); });
     }
     HRESULT STDMETHODCALLTYPE get_IsDirty(VARIANT_BOOL* Result) noexcept override {
-        return GuardedResult(Result, [&] { return VARIANT_FALSE; });
+        return GuardedResult(Result, [&] { return com::ToVariantBool(cursor_->isDirty()); });
     }
     HRESULT STDMETHODCALLTYPE get_IsNew(VARIANT_BOOL* Result) noexcept override {
-        return GuardedResult(Result, [&] { return VARIANT_FALSE; });
+        return GuardedResult(Result, [&] { return com::ToVariantBool(cursor_->isNew()); });
     }
     HRESULT STDMETHODCALLTYPE get_IsDeleted(VARIANT_BOOL* Result) noexcept override {
-        return GuardedResult(Result,
-                             [&] { return com::ToVariantBool(records().IsDeleted(cursor_->Current())); });
+        return GuardedResult(Result, [&] { return com::ToVariantBool(cursor_->IsDeleted()); });
     }
-    HRESULT STDMETHODCALLTYPE CancelUpdate() noexcept override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE CancelUpdate() noexcept override {
+        return Guarded([&] { cursor_->CancelUpdate(); });
+    }
     HRESULT STDMETHODCALLTYPE Undelete(LONG Index, VARIANT_BOOL* Result) noexcept override {
         return GuardedResult(
             Result, [&] { return Mark(Index, false); }, Audience::User);
@@ -88,11 +96,18 @@ public:
         return GuardedResult(
             Result, [&] { return Mark(Index, true); }, Audience::User);
     }
-    HRESULT STDMETHODCALLTYPE AddNew(VARIANT*, VARIANT_BOOL* Result) noexcept override {
+    HRESULT STDMETHODCALLTYPE AddNew(VARIANT* Values, VARIANT_BOOL* Result) noexcept override {
         return GuardedResult(
-            Result, [&] { return com::ToVariantBool(records().AddNew()); }, Audience::User);
+            Result,
+            [&] {
+                const com::ComPtr<ZuDataView> values = ValuesArgument(Values);
+                return com::ToVariantBool(cursor_->AddNew(values.get()));
+            },
+            Audience::User);
     }
-    HRESULT STDMETHODCALLTYPE Refresh() noexcept override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Refresh() noexcept override {
+        return Guarded([&] { cursor_->Refresh(); });
+    }
     HRESULT STDMETHODCALLTYPE get_CellValue(LONG Index, LONG Column, VARIANT* Result) noexcept override {
         return GuardedResult(Result, [&] {
             const std::size_t field = cursor_->Locate(com::Variant(Column));
@@ -122,8 +137,14 @@ private:
     RecordSet& records() const noexcept { return *cursor_->records(); }
 
     VARIANT_BOOL Mark(LONG index, bool deleted) {
-        records().SetDeleted(cursor_->Checked(index), deleted);
-        return VARIANT_TRUE;
+        return com::ToVariantBool(cursor_->SetDeleted(index, deleted));
+    }
+
+    VARIANT_BOOL SaveCurrent() {
+        std::string whyNot;
+        if (cursor_->Update(whyNot)) return VARIANT_TRUE;
+        ReportUnsaved(whyNot);
+        return VARIANT_FALSE;
     }
 
     std::shared_ptr<ViewCursor> cursor_;

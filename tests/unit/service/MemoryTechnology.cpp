@@ -3,6 +3,7 @@
 #include <map>
 #include <utility>
 
+#include "MemoryEdit.h"
 #include "host/service/TechnologyCatalogue.h"
 #include "portable/error/Error.h"
 
@@ -32,7 +33,7 @@ public:
         return data_.fields;
     }
     std::uint32_t RecordCount() override { return static_cast<std::uint32_t>(data_.rows.size()); }
-    bool isUpdateable() const noexcept override { return false; }
+    bool isUpdateable() const noexcept override { return data_.writable; }
     bool IsDeleted(std::uint32_t record) override { return data_.deleted.at(record - 1); }
     void ReadValue(std::uint32_t record, std::size_t field, Value& out) override {
         if (field == 0 && data_.name == "DAMAGED")
@@ -68,6 +69,12 @@ public:
         for (std::uint32_t i = 1; i <= data_.rows.size(); ++i)
             if (!criteria.empty() && data_.rows[i - 1][0].text == criteria[0].value.text) found.push_back(i);
         return found;
+    }
+    std::unique_ptr<technologies::RecordEdit> EditRecord(std::uint32_t record) override {
+        return std::make_unique<MemoryEdit>(data_, record);
+    }
+    std::unique_ptr<technologies::RecordEdit> NewRecord() override {
+        return std::make_unique<MemoryEdit>(data_, 0);
     }
     const std::vector<std::string>& warnings() const noexcept override { return data_.warnings; }
 
@@ -185,6 +192,69 @@ Value MemoryTechnology::Descend(const Value& value) {
     if (value.kind == Value::Kind::Double) result.number = -value.number;
     if (value.kind == Value::Kind::Text) result.text = u"~" + value.text;
     return result;
+}
+
+void MemoryTechnology::Note(const char* work, std::string_view database, std::string_view table) {
+    lastWork = std::string(work) + " " + std::string(database) + " " + std::string(table);
+    if (table == "MISSING") throw Error(ErrorKind::NotFound, "there is no such table");
+    const auto found = Tables().find(std::string(table));
+    if (found != Tables().end() && found->second.open > 0)
+        throw Error(ErrorKind::Locked, "the table is in use");
+}
+
+std::vector<std::string> MemoryTechnology::TableNames(std::string_view database) {
+    Note("TableNames", database, "");
+    return {"ORDERS", "PEOPLE"};
+}
+
+void MemoryTechnology::CreateTable(std::string_view database, std::string_view table,
+                                   const std::vector<technologies::FieldDescription>& fields,
+                                   const std::vector<technologies::IndexField>& key) {
+    Note("CreateTable", database, table);
+    lastFields = fields;
+    lastKey = key;
+}
+
+void MemoryTechnology::DropTable(std::string_view database, std::string_view table) {
+    Note("DropTable", database, table);
+}
+
+std::uint32_t MemoryTechnology::Pack(std::string_view database, std::string_view table,
+                                     technologies::Progress*) {
+    Note("Pack", database, table);
+    return 1;
+}
+
+void MemoryTechnology::Zap(std::string_view database, std::string_view table) {
+    Note("Zap", database, table);
+}
+
+void MemoryTechnology::CreateIndex(std::string_view database, std::string_view table,
+                                   const std::vector<technologies::IndexField>& key,
+                                   technologies::Progress*) {
+    Note("CreateIndex", database, table);
+    lastKey = key;
+}
+
+void MemoryTechnology::DropIndex(std::string_view database, std::string_view table, std::string_view index) {
+    Note("DropIndex", database, table);
+    if (index != "NAME") throw Error(ErrorKind::NotFound, "no index " + std::string(index));
+}
+
+void MemoryTechnology::Reindex(std::string_view database, std::string_view table, technologies::Progress*) {
+    Note("Reindex", database, table);
+}
+
+technologies::CheckReport MemoryTechnology::Check(std::string_view database, std::string_view table,
+                                                  technologies::Progress*) {
+    Note("Check", database, table);
+    return report;
+}
+
+std::vector<std::string> MemoryTechnology::Repair(std::string_view database, std::string_view table,
+                                                  technologies::Progress*) {
+    Note("Repair", database, table);
+    return report.findings;
 }
 
 }  // namespace zu::test
