@@ -63,6 +63,22 @@ bool PutName(std::wstring& target, std::wstring_view text) {
     return true;
 }
 
+std::optional<bool> ParseLocks(std::wstring_view text) {
+    if (SameName(text, L"FoxPro")) return false;
+    if (SameName(text, L"Clipper")) return true;
+    return std::nullopt;
+}
+
+constexpr std::wstring_view kFormatByFields = L"auto";
+constexpr std::array<std::wstring_view, 3> kTableFormats = {L"dBASE III", L"FoxPro 2", L"Visual FoxPro"};
+
+std::optional<std::wstring> ParseTableFormat(std::wstring_view text) {
+    if (SameName(text, kFormatByFields)) return std::wstring();
+    for (const std::wstring_view format : kTableFormats)
+        if (SameName(text, format)) return std::wstring(format);
+    return std::nullopt;
+}
+
 struct Key {
     std::wstring_view name;
     bool (*put)(Settings&, std::wstring_view);
@@ -72,8 +88,9 @@ struct Key {
 
 constexpr unsigned kMostDecimals = 15;
 constexpr unsigned kLongestReuse = 60'000;
+constexpr unsigned kLongestWait = 600'000;
 
-const std::array<Key, 11> kKeys = {{
+const std::array<Key, 15> kKeys = {{
     {L"Data.Folder", [](Settings& s, std::wstring_view t) { return s.dataFolder = t, true; },
      [](const Settings& s) { return s.dataFolder; }, L"a folder"},
     {L"Data.DefaultTechnology",
@@ -93,6 +110,21 @@ const std::array<Key, 11> kKeys = {{
      [](Settings& s, std::wstring_view t) { return Put(s.durability, ParseDurability(t)); },
      [](const Settings& s) { return std::wstring(s.durability == Durability::Safe ? L"safe" : L"fast"); },
      L"safe or fast"},
+    {L"Data.LockWait",
+     [](Settings& s, std::wstring_view t) { return Put(s.lockWait, ParseNumber(t, kLongestWait)); },
+     [](const Settings& s) { return std::to_wstring(s.lockWait); }, L"milliseconds from 0 to 600000"},
+    {L"Data.Locks", [](Settings& s, std::wstring_view t) { return Put(s.clipperLocks, ParseLocks(t)); },
+     [](const Settings& s) { return std::wstring(s.clipperLocks ? L"Clipper" : L"FoxPro"); },
+     L"FoxPro or Clipper"},
+    {L"Data.AllowStaleIndexes",
+     [](Settings& s, std::wstring_view t) { return Put(s.allowStaleIndexes, ParseSwitch(t)); },
+     [](const Settings& s) { return SwitchText(s.allowStaleIndexes); }, L"yes or no"},
+    {L"Data.NewTableFormat",
+     [](Settings& s, std::wstring_view t) { return Put(s.newTableFormat, ParseTableFormat(t)); },
+     [](const Settings& s) {
+         return s.newTableFormat.empty() ? std::wstring(kFormatByFields) : s.newTableFormat;
+     },
+     L"auto, dBASE III, FoxPro 2 or Visual FoxPro"},
     {L"Numbers.SingleDecimals",
      [](Settings& s, std::wstring_view t) { return Put(s.singleDecimals, ParseNumber(t, kMostDecimals)); },
      [](const Settings& s) { return std::to_wstring(s.singleDecimals); }, L"a number from 0 to 15"},

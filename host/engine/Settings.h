@@ -26,6 +26,10 @@ struct Settings {
     std::wstring logFile;
     LogLevel logLevel = LogLevel::Info;
     Durability durability = Durability::Fast;
+    unsigned lockWait = 5000;        ///< milliseconds that a lock of another process is waited for
+    bool clipperLocks = false;       ///< locks as Clipper programs take them; false: as FoxPro does
+    bool allowStaleIndexes = false;  ///< write also when an index cannot be kept up to date
+    std::wstring newTableFormat;     ///< of tables that are made; empty: what their fields need
 };
 
 /// The names of all settings, "Section.Key".

@@ -9,12 +9,12 @@
 #include "com/ComError.h"
 #include "com/Variant.h"
 #include "host/engine/EngineState.h"
-#include "host/engine/MessageCatalogue.h"
 #include "host/engine/Reporting.h"
 #include "host/engine/SettingsStore.h"
 #include "host/service/DataIndex.h"
 #include "host/service/DataView.h"
 #include "host/service/FieldSelection.h"
+#include "host/service/RunSelection.h"
 #include "host/service/TableRecords.h"
 #include "host/service/TextArray.h"
 #include "host/service/VariableRecords.h"
@@ -45,23 +45,6 @@ std::optional<std::u16string> ConditionOf(const VARIANT& condition) {
     if (content.vt == VT_EMPTY || com::IsMissing(content)) return std::u16string();
     if (const auto text = com::TextOf(content)) return std::u16string(com::AsUtf16(*text));
     throw com::ComError(com::kTypeMismatch, L"A condition is a text");
-}
-
-[[noreturn]] void ThrowConditionFault(const Error& fault) {
-    const auto code = static_cast<std::uint32_t>(MessageCode::ConditionFault);
-    const std::wstring position = std::to_wstring(fault.position().value_or(0) + 1);
-    throw com::ComError(static_cast<HRESULT>(code), MessageText(code, {position, Wide(fault.what())}));
-}
-
-/// Runs the selection; what is wrong with its condition becomes the engine's error for conditions.
-std::vector<std::uint32_t> RunSelection(technologies::Table& table,
-                                        const technologies::Selection& selection) {
-    try {
-        return table.Select(selection);
-    } catch (const Error& error) {
-        if (error.kind() == ErrorKind::Syntax) ThrowConditionFault(error);
-        throw;
-    }
 }
 
 }  // namespace

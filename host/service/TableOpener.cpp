@@ -31,6 +31,10 @@ technologies::TechnologySettings TechnologySettingsOf(const Settings& settings) 
     result.showDeleted = settings.showDeleted;
     result.blankNumbersAreNull = settings.blankNumbersAreNull;
     result.survivePowerCut = settings.durability == Durability::Safe;
+    result.lockWait = settings.lockWait;
+    result.clipperLocks = settings.clipperLocks;
+    result.allowStaleIndexes = settings.allowStaleIndexes;
+    result.newTableFormat = Utf8(settings.newTableFormat);
     return result;
 }
 
@@ -39,7 +43,8 @@ std::string ReuseName(const DatabaseName& name, const std::string& table,
                       const technologies::TechnologySettings& settings) {
     const std::string options = std::to_string(settings.codePage) + (settings.showDeleted ? "D" : "-") +
                                 (settings.blankNumbersAreNull ? "N" : "-") +
-                                (settings.survivePowerCut ? "S" : "-");
+                                (settings.survivePowerCut ? "S" : "-") + (settings.clipperLocks ? "C" : "-") +
+                                (settings.allowStaleIndexes ? "A" : "-") + std::to_string(settings.lockWait);
     std::string key;
     for (const std::string* part :
          {&name.technology, &name.database, &table, &settings.dataFolder, &options}) {

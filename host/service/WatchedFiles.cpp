@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "portable/files/WindowsPath.h"
 
@@ -24,18 +25,80 @@ std::optional<WatchedFiles::Stamp> WatchedFiles::StampOf(const std::string& path
                  Whole(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime)};
 }
 
+std::optional<WatchedFiles::Identity> WatchedFiles::IdentityOf(const std::string& path) {
+    const HANDLE file = CreateFileW(files::ToWindowsPath(path).c_str(), 0,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return std::nullopt;
+    BY_HANDLE_FILE_INFORMATION data{};
+    const BOOL known = GetFileInformationByHandle(file, &data);
+    CloseHandle(file);
+    if (!known) return std::nullopt;
+    return Identity{data.dwVolumeSerialNumber, Whole(data.nFileIndexHigh, data.nFileIndexLow)};
+}
+
+/// Notes that its file is written. It may outlive the file system that it was opened through.
+class WatchedFiles::WrittenFile final : public files::File {
+public:
+    WrittenFile(std::unique_ptr<files::File> file, std::shared_ptr<Watched> watched)
+        : file_(std::move(file)), watched_(std::move(watched)) {}
+
+    const std::string& path() const noexcept override { return file_->path(); }
+    std::uint64_t Size() const override { return file_->Size(); }
+    std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> buffer) const override {
+        return file_->ReadAt(offset, buffer);
+    }
+    void WriteAt(std::uint64_t offset, std::span<const std::byte> data) override {
+        watched_->written = true;
+        file_->WriteAt(offset, data);
+    }
+    void Truncate(std::uint64_t size) override {
+        watched_->written = true;
+        file_->Truncate(size);
+    }
+    void Flush() override { file_->Flush(); }
+    std::unique_ptr<files::Mapping> Map() const override { return file_->Map(); }
+    bool TryLock(std::uint64_t offset, std::uint64_t length, files::LockMode mode) override {
+        return file_->TryLock(offset, length, mode);
+    }
+    void Unlock(std::uint64_t offset, std::uint64_t length) override { file_->Unlock(offset, length); }
+
+private:
+    std::unique_ptr<files::File> file_;
+    std::shared_ptr<Watched> watched_;
+};
+
 std::unique_ptr<files::File> WatchedFiles::Open(const std::string& path, const files::OpenOptions& options) {
+    const auto known = std::find_if(watched_.begin(), watched_.end(),
+                                    [&](const std::shared_ptr<Watched>& file) { return file->path == path; });
+    if (options.access == files::Access::ReadWrite) {
+        // Files that are only written, such as a journal, come and go.
+        std::unique_ptr<files::File> file = files_.Open(path, options);
+        if (known == watched_.end()) return file;
+        (*known)->identity = IdentityOf(path);
+        return std::make_unique<WrittenFile>(std::move(file), *known);
+    }
     // The stamp is older than the opening: a change between the two then counts as one.
     std::optional<Stamp> stamp = StampOf(path);
     std::unique_ptr<files::File> file = files_.Open(path, options);
-    watched_.push_back({path, stamp});
+    watched_.push_back(std::make_shared<Watched>(Watched{path, stamp}));
     return file;
 }
 
-bool WatchedFiles::AreUnchanged() const {
-    return !watched_.empty() && std::all_of(watched_.begin(), watched_.end(), [](const Watched& file) {
-        return file.stamp && StampOf(file.path) == file.stamp;
-    });
+bool WatchedFiles::IsUnchanged(Watched& file) {
+    const std::optional<Stamp> now = StampOf(file.path);
+    if (file.written && now && file.identity && IdentityOf(file.path) == file.identity) {
+        file.stamp = now;
+        file.written = false;
+        return true;
+    }
+    return file.stamp && now == file.stamp;
+}
+
+bool WatchedFiles::AreUnchanged() {
+    return !watched_.empty() &&
+           std::all_of(watched_.begin(), watched_.end(),
+                       [](const std::shared_ptr<Watched>& file) { return IsUnchanged(*file); });
 }
 
 }  // namespace zu::host

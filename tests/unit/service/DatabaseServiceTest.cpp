@@ -69,6 +69,23 @@ TEST_F(DatabaseServiceTest, TechnologiesGetTheSettings) {
     store.Put(L"Data.Durability", L"safe", nullptr);
     OpenTable(L"MEM|", L"PEOPLE");
     EXPECT_TRUE(MemoryTechnology::lastSettings.survivePowerCut);
+    EXPECT_EQ(MemoryTechnology::lastSettings.lockWait, 5000u);
+    EXPECT_FALSE(MemoryTechnology::lastSettings.clipperLocks);
+    EXPECT_FALSE(MemoryTechnology::lastSettings.allowStaleIndexes);
+    EXPECT_EQ(MemoryTechnology::lastSettings.newTableFormat, "");
+    store.Put(L"Data.LockWait", L"20", nullptr);
+    store.Put(L"Data.Locks", L"clipper", nullptr);
+    store.Put(L"Data.AllowStaleIndexes", L"yes", nullptr);
+    store.Put(L"Data.NewTableFormat", L"foxpro 2", nullptr);
+    OpenTable(L"MEM|", L"PEOPLE");
+    EXPECT_EQ(MemoryTechnology::lastSettings.lockWait, 20u);
+    EXPECT_TRUE(MemoryTechnology::lastSettings.clipperLocks);
+    EXPECT_TRUE(MemoryTechnology::lastSettings.allowStaleIndexes);
+    EXPECT_EQ(MemoryTechnology::lastSettings.newTableFormat, "FoxPro 2");
+    store.Put(L"Data.LockWait", L"5000", nullptr);
+    store.Put(L"Data.Locks", L"FoxPro", nullptr);
+    store.Put(L"Data.AllowStaleIndexes", L"no", nullptr);
+    store.Put(L"Data.NewTableFormat", L"auto", nullptr);
     store.Put(L"Data.Durability", L"fast", nullptr);
     store.Put(L"Data.ShowDeleted", L"no", nullptr);
     store.Put(L"Data.Folder", L"", nullptr);
@@ -90,29 +107,6 @@ TEST_F(DatabaseServiceTest, DescendRefusesArraysAndUnknownTechnologies) {
     EXPECT_EQ(descended_, com::kTypeMismatch);
     Descend(Number(1), L"XYZ");
     EXPECT_TRUE(FAILED(descended_));
-}
-
-TEST_F(DatabaseServiceTest, WhatIsNotThereYetAnswersNotImplementedAndSaysSo) {
-    const auto service = Service();
-    com::Bstr database(L"MEM|folder");
-    com::Bstr table(L"PEOPLE");
-    VARIANT_BOOL done = VARIANT_TRUE;
-    EXPECT_EQ(service->Pack(database.get(), table.get(), &done), E_NOTIMPL);
-    EXPECT_EQ(done, VARIANT_FALSE);
-    EXPECT_EQ(ErrorText(), L"Pack is not available (database \"MEM|folder\", table \"PEOPLE\")");
-    EXPECT_EQ(LastError().code, E_NOTIMPL);
-    EXPECT_EQ(service->Undelete(database.get(), table.get(), nullptr, &done), E_NOTIMPL);
-    EXPECT_EQ(service->CreateTable(database.address(), table.address(), nullptr, nullptr, &done), E_NOTIMPL);
-    EXPECT_EQ(service->DropTable(database.address(), table.address(), &done), E_NOTIMPL);
-    EXPECT_EQ(service->CreateIndex(database.get(), table.get(), nullptr, &done), E_NOTIMPL);
-    EXPECT_EQ(service->DropIndex(database.get(), table.get(), nullptr, &done), E_NOTIMPL);
-    EXPECT_EQ(service->Reindex(database.get(), table.get(), &done), E_NOTIMPL);
-    EXPECT_EQ(service->Zap(database.get(), table.get(), &done), E_NOTIMPL);
-    EXPECT_EQ(service->Repair(database.get(), table.get(), &done), E_NOTIMPL);
-    com::Variant result;
-    EXPECT_EQ(service->Check(database.get(), table.get(), result.put()), E_NOTIMPL);
-    EXPECT_EQ(service->TableNames(database.get(), result.put()), E_NOTIMPL);
-    EXPECT_EQ(service->Pack(database.get(), table.get(), nullptr), E_POINTER);
 }
 
 TEST_F(DatabaseServiceTest, TellsWhetherATableExists) {

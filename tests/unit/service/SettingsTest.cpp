@@ -17,7 +17,7 @@ TEST(Settings, EveryNameCanBeReadAndSetToWhatItReads) {
     Settings settings;
     settings.dataFolder = L"C:\\data";
     settings.logFile = L"C:\\log.txt";
-    EXPECT_EQ(SettingNames().size(), 11u);
+    EXPECT_EQ(SettingNames().size(), 15u);
     for (const std::wstring_view name : SettingNames()) {
         const auto text = SettingText(settings, name);
         ASSERT_TRUE(text) << std::string(name.begin(), name.end());
@@ -60,8 +60,11 @@ INSTANTIATE_TEST_SUITE_P(
                     BadValue{L"Data.ShowDeleted", L"perhaps"}, BadValue{L"Data.ReuseTables", L"60001"},
                     BadValue{L"Data.ReuseTables", L"-1"}, BadValue{L"Data.DefaultTechnology", L""},
                     BadValue{L"Data.DefaultTechnology", L"A|B"}, BadValue{L"Data.Durability", L"maybe"},
-                    BadValue{L"Numbers.SingleDecimals", L"16"}, BadValue{L"Numbers.DoubleDecimals", L"2.5"},
-                    BadValue{L"Log.Level", L"loud"}, BadValue{L"Data.ReuseTables", L"99999999999999"}));
+                    BadValue{L"Data.LockWait", L"600001"}, BadValue{L"Data.Locks", L"dBASE"},
+                    BadValue{L"Data.AllowStaleIndexes", L"perhaps"},
+                    BadValue{L"Data.NewTableFormat", L"dBASE V"}, BadValue{L"Numbers.SingleDecimals", L"16"},
+                    BadValue{L"Numbers.DoubleDecimals", L"2.5"}, BadValue{L"Log.Level", L"loud"},
+                    BadValue{L"Data.ReuseTables", L"99999999999999"}));
 
 TEST(Settings, NumbersAreTakenUpToTheirLimits) {
     Settings settings;
@@ -69,6 +72,15 @@ TEST(Settings, NumbersAreTakenUpToTheirLimits) {
     EXPECT_EQ(settings.reuseTables, 60000u);
     EXPECT_EQ(ApplySetting(settings, L"Numbers.SingleDecimals", L"15"), SettingResult::Done);
     EXPECT_EQ(settings.singleDecimals, 15);
+}
+
+TEST(Settings, FormatsOfNewTablesAreKnownInAnyCase) {
+    Settings settings;
+    EXPECT_EQ(SettingText(settings, L"Data.NewTableFormat"), L"auto");
+    EXPECT_EQ(ApplySetting(settings, L"Data.NewTableFormat", L"visual foxpro"), SettingResult::Done);
+    EXPECT_EQ(settings.newTableFormat, L"Visual FoxPro");
+    EXPECT_EQ(ApplySetting(settings, L"Data.NewTableFormat", L"AUTO"), SettingResult::Done);
+    EXPECT_EQ(settings.newTableFormat, L"");
 }
 
 TEST(LogLevels, AreReadInAnyCaseAndNamed) {
