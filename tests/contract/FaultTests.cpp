@@ -170,6 +170,190 @@ std::vector<FaultCase> Cases() {
                          return ObjectText(view);
                      },
                      "object", "no object", withNames({{"DataTable.OpenIndex", "object"}}), 12});
+    cases.push_back({"DbfReplace",
+                     [](_Functions& functions) {
+                         VARIANT list = Array({L"NAME", L"x"}).detach();
+                         Variant result;
+                         EXPECT_EQ(functions.DbfReplace(&list.parray, result.put()), S_OK);
+                         VariantClear(&list);
+                         return fake::Show(result.get());
+                     },
+                     "True",
+                     "Empty",
+                     {},
+                     6});
+    cases.push_back({"DbfAddNew",
+                     [](_Functions& functions) {
+                         ZuDataView* values = com::ObjectOf<ZuDataView>(Scene().contextItems[107]).detach();
+                         VARIANT_BOOL added = VARIANT_FALSE;
+                         EXPECT_EQ(functions.DbfAddNew(Variant(kTable), &values, &added), S_OK);
+                         ComPtr<ZuDataView>::Adopt(values).reset();
+                         return fake::Show(added);
+                     },
+                     "True",
+                     "False",
+                     {{"ZuEngineData.DefaultTechnology", "True"}, {"DataTable.OpenIndex", "True"}},
+                     9});
+    cases.push_back(
+        {"DbfConditionalAddNew",
+         [](_Functions& functions) {
+             Scene().records = 0;
+             ZuDataView* values = com::ObjectOf<ZuDataView>(Scene().contextItems[107]).detach();
+             VARIANT_BOOL added = VARIANT_FALSE;
+             Variant key(L"A");
+             EXPECT_EQ(functions.DbfConditionalAddNew(Variant(kTable), &values, key.address(), &added), S_OK);
+             ComPtr<ZuDataView>::Adopt(values).reset();
+             return fake::Show(added);
+         },
+         "True",
+         "False",
+         {{"ZuEngineData.DefaultTechnology", "True"}, {"DataTable.OpenIndex", "True"}},
+         16});
+    cases.push_back(
+        {"DbfUpdate",
+         [](_Functions& functions) {
+             VARIANT list = Array({L"NAME", L"x"}).detach();
+             Variant key(L"A");
+             VARIANT_BOOL updated = VARIANT_FALSE;
+             EXPECT_EQ(functions.DbfUpdate(Variant(kTable), key.address(), &list.parray, &updated), S_OK);
+             VariantClear(&list);
+             return fake::Show(updated);
+         },
+         "True",
+         "False",
+         {{"ZuEngineData.DefaultTechnology", "True"}, {"DataTable.OpenIndex", "True"}},
+         16});
+    cases.push_back({"DbfUpdateReport",
+                     [](_Functions& functions) {
+                         VARIANT list = Array({L"NAME"}).detach();
+                         VARIANT_BOOL updated = VARIANT_FALSE;
+                         EXPECT_EQ(functions.DbfUpdate(Variant(kTable), nullptr, &list.parray, &updated),
+                                   S_OK);
+                         VariantClear(&list);
+                         return fake::Show(updated);
+                     },
+                     "False",
+                     "False",
+                     {},
+                     1});
+    cases.push_back({"DbfModify",
+                     [](_Functions& functions) {
+                         VARIANT_BOOL modified = VARIANT_FALSE;
+                         EXPECT_EQ(functions.DbfModify(Variant(kTable), Variant(kTable), &modified), S_OK);
+                         return fake::Show(modified);
+                     },
+                     "False",
+                     "False",
+                     {},
+                     1});
+    cases.push_back(
+        {"DbfDeleteByKey",
+         [](_Functions& functions) {
+             Variant key(L"A");
+             LONG deleted = 77;
+             EXPECT_EQ(functions.DbfDelete(Variant(kTable), key.address(), VARIANT_TRUE, 2, &deleted), S_OK);
+             return std::to_string(deleted);
+         },
+         "2",
+         "0",
+         {{"ZuEngineData.DefaultTechnology", "2"}, {"DataTable.OpenIndex", "2"}},
+         15});
+    cases.push_back(
+        {"DbfDeleteByCondition",
+         [](_Functions& functions) {
+             Variant key(L"A=1");
+             LONG deleted = 77;
+             EXPECT_EQ(functions.DbfDelete(Variant(kTable), key.address(), VARIANT_TRUE, 2, &deleted), S_OK);
+             return std::to_string(deleted);
+         },
+         "2",
+         "0",
+         {{"ZuEngineData.DefaultTechnology", "2"}},
+         8});
+    cases.push_back({"DbfUndelete",
+                     [](_Functions& functions) {
+                         VARIANT_BOOL done = VARIANT_FALSE;
+                         EXPECT_EQ(functions.DbfUndelete(Variant(kTable), nullptr, &done), S_OK);
+                         return fake::Show(done);
+                     },
+                     "True",
+                     "False",
+                     {{"ZuEngineData.DefaultTechnology", "True"}},
+                     3});
+    cases.push_back({"DbfCleanup",
+                     [](_Functions& functions) {
+                         VARIANT_BOOL done = VARIANT_FALSE;
+                         EXPECT_EQ(functions.DbfCleanup(Variant(kTable), &done), S_OK);
+                         return fake::Show(done);
+                     },
+                     "True",
+                     "False",
+                     {{"ZuEngineData.DefaultTechnology", "True"}},
+                     3});
+    cases.push_back({"DbfIndex",
+                     [](_Functions& functions) {
+                         VARIANT list = Array({L"NAME", L"CITY"}).detach();
+                         VARIANT_BOOL built = VARIANT_FALSE;
+                         EXPECT_EQ(functions.DbfIndex(Variant(kTable), &list.parray, &built), S_OK);
+                         VariantClear(&list);
+                         return fake::Show(built);
+                     },
+                     "True",
+                     "False",
+                     {{"ZuEngineData.DefaultTechnology", "True"}},
+                     7});
+    cases.push_back({"DbfToDbf",
+                     [](_Functions& functions) {
+                         Variant rows;
+                         Variant failed;
+                         VARIANT_BOOL copied = VARIANT_FALSE;
+                         EXPECT_EQ(
+                             functions.DbfToDbf(Variant(kTable), Variant(L"d>u"), nullptr, Variant::Missing(),
+                                                0, rows.address(), nullptr, failed.address(), &copied),
+                             S_OK);
+                         return fake::Show(copied);
+                     },
+                     "True",
+                     "False",
+                     {{"ZuEngineData.DefaultTechnology", "True"}, {"DataTable.OpenIndex", "True"}},
+                     50});
+    cases.push_back({"DbfFromDbf",
+                     [](_Functions& functions) {
+                         Variant rows;
+                         Variant failed;
+                         VARIANT_BOOL copied = VARIANT_FALSE;
+                         const Variant none = Variant::Missing();
+                         EXPECT_EQ(
+                             functions.DbfFromDbf(Variant(L"d>u"), Variant(kTable), nullptr, none, 0, none,
+                                                  rows.address(), nullptr, failed.address(), &copied),
+                             S_OK);
+                         return fake::Show(copied);
+                     },
+                     "True",
+                     "False",
+                     {{"ZuEngineData.DefaultTechnology", "True"}, {"DataTable.OpenIndex", "True"}},
+                     30});
+    cases.push_back({"DbfFromDbfCorresponding",
+                     [](_Functions& functions) {
+                         Variant rows;
+                         Variant failed;
+                         VARIANT_BOOL copied = VARIANT_FALSE;
+                         const Variant none = Variant::Missing();
+                         EXPECT_EQ(functions.DbfFromDbfCorresponding(Variant(L"d>u"), Variant(kTable),
+                                                                     nullptr, none, 0, none, rows.address(),
+                                                                     nullptr, failed.address(), &copied),
+                                   S_OK);
+                         return fake::Show(copied);
+                     },
+                     "True",
+                     "False",
+                     // by name, a field that fails only costs the row that field
+                     {{"ZuEngineData.DefaultTechnology", "True"},
+                      {"DataTable.OpenIndex", "True"},
+                      {"ZuDataFields.Item", "True"},
+                      {"ZuDataField.Name", "True"},
+                      {"ZuDataField.Value", "True"}},
+                     30});
     return cases;
 }
 
@@ -180,7 +364,7 @@ protected:
     void SetUp() override {
         ContractTest::SetUp();
         Scene().keyFields = 2;
-        Scene().fields = {{L"##RECNO", VT_I4, Variant(LONG{4711})}};
+        Scene().fields = {{L"##RECNO", VT_I4, Variant(LONG{4711})}, {L"NAME", VT_BSTR, Variant(L"x")}};
         Scene().records = 1;
         Scene().contextItems[106] = Variant(Select().get());  // at the top and at the bottom
         Scene().records = 3;
@@ -303,6 +487,35 @@ TEST_F(ProcessFaults, NothingFromEachCallInTurnDoesNoHarm) {
         EXPECT_EQ(LiveObjects(), 1u) << "call " << n;
     }
     Scene().contextItems.clear();
+}
+
+TEST_F(ProcessFaults, FailureOfEachCallOfDbfProcessInTurnKeepsTheCountReached) {
+    int faults = 0;
+    for (int n = 1;; ++n) {
+        Journal::OfThread().Clear();
+        Scene().contextItems.clear();
+        Journal::OfThread().FailAt(n);
+        LONG processed = 77;
+        EXPECT_EQ(functions().DbfProcess(Variant(L"X|d>t"), Bstr(L"Each").get(), nullptr, nullptr, 0, nullptr,
+                                         nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                         nullptr, nullptr, &processed),
+                  S_OK);
+        Scene().contextItems.clear();
+        if (!Journal::OfThread().faultPlayed()) {
+            EXPECT_EQ(processed, 3);
+            break;
+        }
+        ++faults;
+        const std::string& operation = Journal::OfThread().faultyOperation();
+        LONG answered = 0;
+        for (const std::string& call : Journal::OfThread().calls()) {
+            if (call.find("ZuEngineContext.CallRoutine") == 0) ++answered;
+        }
+        if (operation == "ZuEngineContext.CallRoutine") --answered;
+        EXPECT_EQ(processed, answered) << "call " << n << ": " << operation;
+        EXPECT_EQ(LiveObjects(), 0u);
+    }
+    EXPECT_EQ(faults, 26);
 }
 
 }  // namespace zu::contract

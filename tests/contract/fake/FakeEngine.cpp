@@ -1,5 +1,7 @@
 #include "tests/contract/fake/FakeEngine.h"
 
+#include <cstdio>
+
 #include "tests/contract/fake/FakeDatabaseService.h"
 #include "tests/contract/fake/FakeRecordVariable.h"
 #include "tests/contract/fake/FakeRoutine.h"
@@ -58,6 +60,20 @@ STDMETHODIMP FakeEngine::NewRecordVariable(IDispatch** result) {
 STDMETHODIMP FakeEngine::DefaultTechnology(BSTR* result) {
     return Answer("ZuEngineData.DefaultTechnology", "", result,
                   [] { return com::NewBstr(Scene().technology); });
+}
+
+STDMETHODIMP FakeEngine::RecordAdded(IDispatch* values) {
+    return Do("ZuEngineData.RecordAdded", ShowAll(values), [] {});
+}
+
+STDMETHODIMP FakeEngine::Trace(BSTR text) {
+    return Do("ZuEngineMessages.Trace", Show(text), [] {});
+}
+
+STDMETHODIMP FakeEngine::RaiseError(LONG code, SAFEARRAY** arguments) {
+    char number[16];
+    std::snprintf(number, sizeof number, "%08lX", static_cast<unsigned long>(code));
+    return Do("ZuEngineMessages.RaiseError", std::string(number) + ", " + Show(arguments), [] {});
 }
 
 STDMETHODIMP FakeEngine::DatabaseService(IDispatch** result) {

@@ -26,7 +26,11 @@ public:
     STDMETHODIMP ToBoolean(VARIANT value, VARIANT_BOOL* result) override;
     STDMETHODIMP NewRecordVariable(IDispatch** result) override;
     STDMETHODIMP DefaultTechnology(BSTR* result) override;
+    STDMETHODIMP RecordAdded(IDispatch* values) override;
     STDMETHODIMP DatabaseService(IDispatch** result) override;
+
+    STDMETHODIMP Trace(BSTR text) override;
+    STDMETHODIMP RaiseError(LONG code, SAFEARRAY** arguments) override;
 
 private:
     int routineCalls_ = 0;

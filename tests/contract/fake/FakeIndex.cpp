@@ -10,6 +10,16 @@ STDMETHODIMP FakeKeyField::put_Exact(VARIANT_BOOL value) {
     return Do("DataKeyField.Exact", Lead() + "= " + Show(value), [] {});
 }
 
+STDMETHODIMP FakeKeyField::get_Name(BSTR* result) {
+    return Answer("DataKeyField.Name", "", result,
+                  [&] { return com::NewBstr(L"K" + std::to_wstring(number_)); });
+}
+
+STDMETHODIMP FakeKeyField::get_Descending(VARIANT_BOOL* result) {
+    return Answer("DataKeyField.Descending", "", result,
+                  [&] { return com::ToVariantBool(number_ % 2 == 1); });
+}
+
 STDMETHODIMP FakeKeyFields::Item(VARIANT index, DataKeyField** result) {
     return Answer("DataKeyFields.Item", Show(index), result,
                   [&] { return Make<FakeKeyField>(index.vt == VT_I4 ? index.lVal : -1).detach(); });

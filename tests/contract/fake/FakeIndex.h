@@ -13,6 +13,9 @@ public:
     explicit FakeKeyField(LONG number) : FakeObject("key field"), number_(number) {}
 
     STDMETHODIMP put_Value(VARIANT value) override;
+    /// K0, K1, ...; every second one is descending.
+    STDMETHODIMP get_Name(BSTR* result) override;
+    STDMETHODIMP get_Descending(VARIANT_BOOL* result) override;
     STDMETHODIMP put_Exact(VARIANT_BOOL value) override;
 
 private:

@@ -5,19 +5,16 @@
 
 namespace zu::fake {
 
-namespace {
-
-IDispatch* Selection(LONG maxRecords) {
+IDispatch* FakeTable::Selection(LONG maxRecords, bool any) const {
     if (!Scene().selects) return nullptr;
-    const LONG records = Scene().records;
-    return Make<FakeView>(maxRecords > 0 ? std::min(maxRecords, records) : records).detach();
+    const LONG records = any ? Scene().records : 0;
+    return Make<FakeView>(maxRecords > 0 ? std::min(maxRecords, records) : records, name_).detach();
 }
 
-}  // namespace
-
 STDMETHODIMP FakeTable::Layout(IDispatch** result) {
-    return Answer("DataTable.Layout", "", result,
-                  []() -> IDispatch* { return Scene().hasLayout ? Make<FakeView>(0).detach() : nullptr; });
+    return Answer("DataTable.Layout", "", result, [&]() -> IDispatch* {
+        return Scene().hasLayout ? Make<FakeView>(0, name_).detach() : nullptr;
+    });
 }
 
 STDMETHODIMP FakeTable::OpenIndex(BSTR* name, VARIANT_BOOL* result) {
@@ -40,8 +37,10 @@ STDMETHODIMP FakeTable::Seek(DataIndex* index, LONG reserved, LONG maxRecords, L
 
 STDMETHODIMP FakeTable::Select(VARIANT condition, VARIANT maxRecords, LONG flag, VARIANT fieldNames,
                                IDispatch** result) {
-    return Answer("DataTable.Select", ShowAll(condition, maxRecords, flag, fieldNames), result,
-                  [&] { return Selection(maxRecords.vt == VT_I4 ? maxRecords.lVal : 0); });
+    return Answer("DataTable.Select", ShowAll(condition, maxRecords, flag, fieldNames), result, [&] {
+        // Null selects no record.
+        return Selection(maxRecords.vt == VT_I4 ? maxRecords.lVal : 0, condition.vt != VT_NULL);
+    });
 }
 
 }  // namespace zu::fake

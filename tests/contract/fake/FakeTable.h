@@ -8,7 +8,7 @@ namespace zu::fake {
 /// A table that yields as many records as the scenario says, whatever it is asked for.
 class FakeTable final : public FakeObject<UncalledDataTable> {
 public:
-    FakeTable() : FakeObject("table") {}
+    explicit FakeTable(std::wstring name) : FakeObject("table"), name_(std::move(name)) {}
 
     STDMETHODIMP Layout(IDispatch** result) override;
     STDMETHODIMP OpenIndex(BSTR* name, VARIANT_BOOL* result) override;
@@ -19,6 +19,9 @@ public:
                         IDispatch** result) override;
 
 private:
+    IDispatch* Selection(LONG maxRecords, bool any = true) const;
+
+    std::wstring name_;
     bool indexOpen_ = false;
 };
 

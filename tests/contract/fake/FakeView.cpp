@@ -10,14 +10,26 @@ STDMETHODIMP FakeField::get_Value(VARIANT* result) {
     return Answer("ZuDataField.Value", "", result, [&] { return com::Variant(content_.value).detach(); });
 }
 
+STDMETHODIMP FakeField::put_Value(VARIANT value) {
+    HRESULT answer = S_OK;
+    const com::Bstr name(content_.name);
+    const HRESULT entered = Do("ZuDataField.Value", ShowAll(name.get()) + " = " + Show(value), [&] {
+        if (Scene().takesValue) answer = Scene().takesValue(content_.name, value);
+    });
+    return FAILED(answer) ? answer : entered;
+}
+
 STDMETHODIMP FakeField::get_Type(LONG* result) {
     return Answer("ZuDataField.Type", "", result, [&] { return content_.type; });
 }
 
 STDMETHODIMP FakeFields::get_Item(VARIANT index, ZuDataField** result) {
-    const auto& fields = Scene().fields;
+    const auto& fields = Scene().FieldsOf(table_);
+    LONG number = -1;
     const auto found = std::find_if(fields.begin(), fields.end(), [&](const FieldContent& field) {
-        return index.vt == VT_BSTR && com::View(index.bstrVal) == field.name;
+        ++number;
+        return index.vt == VT_I4 ? index.lVal == number
+                                 : index.vt == VT_BSTR && com::View(index.bstrVal) == field.name;
     });
     bool missing = false;
     const HRESULT answer = Answer("ZuDataFields.Item", Show(index), result, [&]() -> ZuDataField* {
@@ -28,11 +40,39 @@ STDMETHODIMP FakeFields::get_Item(VARIANT index, ZuDataField** result) {
 }
 
 STDMETHODIMP FakeFields::get_Count(LONG* result) {
-    return Answer("ZuDataFields.Count", "", result, [] { return static_cast<LONG>(Scene().fields.size()); });
+    return Answer("ZuDataFields.Count", "", result,
+                  [&] { return static_cast<LONG>(Scene().FieldsOf(table_).size()); });
 }
 
 STDMETHODIMP FakeView::get_Fields(ZuDataFields** result) {
-    return Answer("ZuDataView.Fields", "", result, [] { return Make<FakeFields>().detach(); });
+    return Answer("ZuDataView.Fields", "", result, [&] { return Make<FakeFields>(table_).detach(); });
+}
+
+STDMETHODIMP FakeView::get_Updateable(VARIANT_BOOL* result) {
+    return Answer("ZuDataView.Updateable", "", result, [] { return com::ToVariantBool(Scene().updateable); });
+}
+
+STDMETHODIMP FakeView::AddNew(VARIANT* values, VARIANT_BOOL* result) {
+    return Answer("ZuDataView.AddNew", values ? Show(*values) : "no reference", result, [&] {
+        if (Scene().replacedValues.type() != VT_EMPTY) {
+            VariantClear(values);
+            *values = com::Variant(Scene().replacedValues).detach();
+        }
+        ++added_;
+        return com::ToVariantBool(!Scene().addsNew || Scene().addsNew(added_));
+    });
+}
+
+STDMETHODIMP FakeView::Update(VARIANT_BOOL* result) {
+    return Answer("ZuDataView.Update", "", result, [&] {
+        ++updated_;
+        return com::ToVariantBool(!Scene().updates || Scene().updates(updated_));
+    });
+}
+
+STDMETHODIMP FakeView::Delete(LONG index, VARIANT_BOOL* result) {
+    return Answer("ZuDataView.Delete", Show(index), result,
+                  [&] { return com::ToVariantBool(!Scene().deletes || Scene().deletes(index)); });
 }
 
 STDMETHODIMP FakeView::get_RecordCount(LONG reserved, LONG* result) {

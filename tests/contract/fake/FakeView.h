@@ -16,6 +16,7 @@ public:
 
     STDMETHODIMP get_Name(BSTR* result) override;
     STDMETHODIMP get_Value(VARIANT* result) override;
+    STDMETHODIMP put_Value(VARIANT value) override;
     STDMETHODIMP get_Type(LONG* result) override;
 
 private:
@@ -24,18 +25,26 @@ private:
 
 class FakeFields final : public FakeObject<UncalledDataFields> {
 public:
-    FakeFields() : FakeObject("fields") {}
+    explicit FakeFields(std::wstring table) : FakeObject("fields"), table_(std::move(table)) {}
 
     STDMETHODIMP get_Item(VARIANT index, ZuDataField** result) override;
     STDMETHODIMP get_Count(LONG* result) override;
+
+private:
+    std::wstring table_;
 };
 
-/// A view with a number of records and a position in them.
+/// A view of a table with a number of records and a position in them. What is added does not join it.
 class FakeView final : public FakeObject<UncalledDataView> {
 public:
-    explicit FakeView(LONG records) : FakeObject("view"), records_(records), position_(Scene().position) {}
+    explicit FakeView(LONG records, std::wstring table = {})
+        : FakeObject("view"), records_(records), position_(Scene().position), table_(std::move(table)) {}
 
     STDMETHODIMP get_Fields(ZuDataFields** result) override;
+    STDMETHODIMP get_Updateable(VARIANT_BOOL* result) override;
+    STDMETHODIMP AddNew(VARIANT* values, VARIANT_BOOL* result) override;
+    STDMETHODIMP Update(VARIANT_BOOL* result) override;
+    STDMETHODIMP Delete(LONG index, VARIANT_BOOL* result) override;
     STDMETHODIMP get_RecordCount(LONG reserved, LONG* result) override;
     STDMETHODIMP MoveFirst(LONG reserved) override;
     STDMETHODIMP MoveNext(LONG count) override;
@@ -45,6 +54,9 @@ public:
 private:
     LONG records_;
     LONG position_;
+    std::wstring table_;
+    int added_ = 0;
+    int updated_ = 0;
 };
 
 }  // namespace zu::fake

@@ -67,6 +67,8 @@ std::string Show(const VARIANT& value) {
         const bool reference = (value.vt & VT_BYREF) != 0;
         return Joined(reference ? "&" : "", Show(reference ? *value.pparray : value.parray));
     }
+    if (value.vt == (VT_BYREF | VT_I4)) return Joined("&I4 ", std::to_string(*value.plVal));
+    if (value.vt == (VT_BYREF | VT_BSTR)) return Joined("&", Show(*value.pbstrVal));
     if (value.vt & VT_BYREF) return Joined("&", std::to_string(value.vt & VT_TYPEMASK));
     return ShowContent(value);
 }

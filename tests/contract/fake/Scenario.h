@@ -24,6 +24,8 @@ struct Scenario {
     std::wstring technology = L"T";
     /// OpenTable, Layout, Select and Seek give an object.
     bool opensTable = true;
+    /// The one table that does not open.
+    std::wstring unopenable;
     bool hasLayout = true;
     bool selects = true;
     /// The answer of OpenIndex; the table has an open index after True.
@@ -34,6 +36,20 @@ struct Scenario {
     /// The current record of a view that was not moved yet.
     LONG position = 0;
     std::vector<FieldContent> fields = {{L"NAME", VT_BSTR, com::Variant(L"x")}};
+    /// The fields of single tables, by the name of the table; all others have `fields`.
+    std::map<std::wstring, std::vector<FieldContent>> tableFields;
+    bool updateable = true;
+    /// The answers of AddNew and Update to their n-th call, from 1, and of Delete for a position. Without
+    /// them every call answers True.
+    std::function<bool(int)> addsNew;
+    std::function<bool(int)> updates;
+    std::function<bool(LONG)> deletes;
+    /// What a field does with a new value. Without it every value is taken.
+    std::function<HRESULT(const std::wstring& field, const VARIANT& value)> takesValue;
+    /// What AddNew leaves in place of the values that it was given, unless it is Empty.
+    com::Variant replacedValues;
+    /// Runs in each Evaluate of a parser, which may raise its events here.
+    std::function<com::Variant(class FakeParser&)> evaluates;
     /// The answer of the service's operations on whole tables.
     bool answers = true;
     /// The answer of a record variable's Initialise.
@@ -45,6 +61,11 @@ struct Scenario {
     std::map<LONG, com::Variant> contextItems;
     /// Interfaces that no object answers.
     std::vector<IID> withheld;
+
+    const std::vector<FieldContent>& FieldsOf(const std::wstring& table) const {
+        const auto found = tableFields.find(table);
+        return found == tableFields.end() ? fields : found->second;
+    }
 };
 
 /// The scenario of the calling thread.
