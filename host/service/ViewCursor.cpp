@@ -57,7 +57,8 @@ bool ConcernsTheRecord(ErrorKind kind) noexcept {
 
 }  // namespace
 
-ViewCursor::ViewCursor(std::shared_ptr<RecordSet> records) : records_(std::move(records)) {
+ViewCursor::ViewCursor(std::shared_ptr<RecordSet> records)
+    : records_(std::move(records)), takesEdits_(records_->isUpdateable() && !records_->keepsAtOnce()) {
     records_->Watch(*this);
 }
 
@@ -127,6 +128,7 @@ LONG ViewCursor::Count() const {
 void ViewCursor::GoTo(LONG record) {
     if (record == position_ && !new_) CancelUpdate();
     position_ = record;
+    seen_.Forget();
 }
 
 void ViewCursor::MoveLast() {
@@ -137,12 +139,14 @@ void ViewCursor::MoveNext(LONG count) {
     const LONG steps = Steps(count);
     const LONG end = Count();
     position_ = steps > end - position_ ? std::max(end, position_) : position_ + steps;
+    seen_.Forget();
 }
 
 void ViewCursor::MovePrevious(LONG count) {
     const LONG steps = Steps(count);
     if (Count() == 0) return;
     position_ = steps > position_ ? -1 : position_ - steps;
+    seen_.Forget();
 }
 
 void ViewCursor::Move(LONG record) {
@@ -180,10 +184,17 @@ technologies::RecordEdit* ViewCursor::CurrentEdit() const {
 void ViewCursor::DropEdit() noexcept {
     edit_.reset();
     new_ = false;
+    outdated_ = false;
+    seen_.Forget();
 }
 
 com::Variant ViewCursor::Read(std::size_t field) {
-    return isNew() ? ReadEdit(field) : ReadAt(Current(), field);
+    if (isNew()) return ReadEdit(field);
+    const std::size_t record = Current();
+    com::Variant value = ReadAt(record, field);
+    if (takesEdits_ && field < fields().size() && !(edit_ && !new_ && edited_ == record))
+        seen_.Note(field, value_);
+    return value;
 }
 
 com::Variant ViewCursor::Read(LONG record, std::size_t field) {
@@ -238,16 +249,32 @@ void ViewCursor::Write(std::size_t field, const VARIANT& value) {
     technologies::RecordEdit* edit = CurrentEdit();
     const std::size_t record = edit ? edited_ : Current();
     Convert(field, value);
-    if (edit) return edit->Set(records_->PlaceInEdit(field), value_);
+    if (edit) {
+        const bool outdated = !new_ && IsOutdated(*edit, field);
+        edit->Set(records_->PlaceInEdit(field), value_);
+        seen_.Forget(field);
+        outdated_ = outdated_ || outdated;
+        return;
+    }
     if (records_->keepsAtOnce() || !records_->isUpdateable()) {
         FitToField(value_, fields()[field].description);
         return records_->Write(record, field, value_);
     }
     auto begun = records_->BeginEdit(record);
+    const bool outdated = IsOutdated(*begun, field);
     begun->Set(records_->PlaceInEdit(field), value_);
     edit_ = std::move(begun);
     edited_ = record;
     new_ = false;
+    outdated_ = outdated;
+    seen_.Forget(field);
+}
+
+bool ViewCursor::IsOutdated(technologies::RecordEdit& edit, std::size_t field) {
+    if (!seen_.WasNoted(field)) return false;
+    technologies::Value stored;
+    edit.Get(records_->PlaceInEdit(field), stored);
+    return seen_.Differs(field, stored);
 }
 
 bool ViewCursor::isDirty() const {
@@ -272,7 +299,7 @@ bool ViewCursor::Update(std::string& whyNot) {
         return true;
     }
     try {
-        if (!edit->Save()) {
+        if (outdated_ || !edit->Save()) {
             whyNot = "Record " + std::to_string(edit->record()) + " of table " + Utf8(records_->tableName()) +
                      " was not saved: another process has changed one of the same fields meanwhile";
             return false;
@@ -304,6 +331,7 @@ void ViewCursor::CancelUpdate() {
 
 void ViewCursor::Refresh() {
     CancelUpdate();
+    seen_.Forget();
 }
 
 bool ViewCursor::AddNew(ZuDataView* values) {
@@ -313,7 +341,9 @@ bool ViewCursor::AddNew(ZuDataView* values) {
     if (!new_) before_ = position_;
     edit_ = std::move(begun);
     new_ = true;
+    outdated_ = false;
     position_ = Count();
+    seen_.Forget();
     return true;
 }
 

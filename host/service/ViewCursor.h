@@ -11,6 +11,7 @@
 
 #include "com/Variant.h"
 #include "host/service/RecordSet.h"
+#include "host/service/SeenValues.h"
 #include "host/technologies/RecordEdit.h"
 #include "idl/ZuDataViewInterface.h"
 
@@ -32,7 +33,8 @@ inline constexpr std::size_t kDeletedField = static_cast<std::size_t>(-3);
 /// Values that are put into a field wait in an edit of the cursor's own until Update. There is one edit at a
 /// time: it ends when it is saved or cancelled, when another one begins, and when its record is made current
 /// once more (which reads it anew). Moving away and back leaves it waiting. A new record stands behind the
-/// last one, at position count, and is not counted until it is saved.
+/// last one, at position count, and is not counted until it is saved. A field that another process has
+/// changed since it was read here is not overwritten.
 class ViewCursor final : private RecordSet::Observer {
 public:
     explicit ViewCursor(std::shared_ptr<RecordSet> records);
@@ -109,6 +111,8 @@ private:
 
     com::Variant ReadAt(std::size_t record, std::size_t field);
     com::Variant ReadEdit(std::size_t field);
+    /// The field holds another value by now than the one that was read here.
+    bool IsOutdated(technologies::RecordEdit& edit, std::size_t field);
     void GoTo(LONG record);
     /// The edit of the current record; null when there is none.
     technologies::RecordEdit* CurrentEdit() const;
@@ -122,7 +126,10 @@ private:
     std::unique_ptr<technologies::RecordEdit> edit_;
     std::size_t edited_ = 0;  ///< the record of edit_, unless that is a new one
     bool new_ = false;        ///< edit_ is a new record
+    bool outdated_ = false;   ///< edit_ would overwrite what another process has written meanwhile
     LONG before_ = 0;         ///< where the cursor stood when the new record began
+    bool takesEdits_;         ///< what is read may be the base of a change
+    SeenValues seen_;
     /// Reused, so that texts do not allocate each time.
     technologies::Value value_;
 };

@@ -156,6 +156,56 @@ TEST_F(WritingViewTest, AConflictAnswersFalseKeepsTheChangesAndTellsTheUser) {
     EXPECT_EQ(Stored(1), L"Alma");
 }
 
+TEST_F(WritingViewTest, AFieldThatSomebodyChangedSinceItWasReadIsNotOverwritten) {
+    const auto view = Everything();
+    EXPECT_EQ(TextValue(*view, L"NAME"), L"Anna");
+    Data().rows[0][0].text = u"Aron";
+    EXPECT_EQ(Put(*view, L"NAME", Text(L"Anna B.")), S_OK);
+    EXPECT_FALSE(Updates(*view));
+    EXPECT_EQ(Stored(1), L"Aron");
+    view->Refresh();
+    EXPECT_EQ(TextValue(*view, L"NAME"), L"Aron");
+    Put(*view, L"NAME", Text(L"Aron B."));
+    EXPECT_TRUE(Updates(*view));
+    EXPECT_EQ(Stored(1), L"Aron B.");
+}
+
+TEST_F(WritingViewTest, AnotherFieldMayHaveChangedSinceItWasRead) {
+    const auto view = Everything();
+    Value(*view, Text(L"AGE"));
+    Value(*view, Text(L"NAME"));
+    Data().rows[0][1].decimal.low = 99;
+    Put(*view, L"NAME", Text(L"Alma"));
+    Put(*view, L"NAME", Text(L"Alma C."));
+    EXPECT_TRUE(Updates(*view));
+    Put(*view, L"NAME", Text(L"Alma D."));
+    EXPECT_TRUE(Updates(*view));
+    EXPECT_EQ(Stored(1), L"Alma D.");
+}
+
+TEST_F(WritingViewTest, WhatWasReadEarlierElsewhereDoesNotMatter) {
+    const auto view = Everything();
+    Value(*view, Text(L"NAME"));
+    view->MoveNext(-1);
+    Data().rows[0][0].text = u"Aron";
+    view->MovePrevious(-1);
+    Put(*view, L"NAME", Text(L"Alma"));
+    EXPECT_TRUE(Updates(*view));
+}
+
+TEST_F(WritingViewTest, ASecondFieldOfTheSameChangeIsComparedToo) {
+    const auto view = Everything();
+    Value(*view, Text(L"NAME"));
+    Value(*view, Text(L"BORN"));
+    Value(*view, Text(L"ACTIVE"));
+    Value(*view, Text(L"AGE"));
+    Data().rows[0][1].decimal.low = 99;
+    Put(*view, L"NAME", Text(L"Alma"));
+    Put(*view, L"AGE", Number(32));
+    EXPECT_FALSE(Updates(*view));
+    EXPECT_EQ(Stored(1), L"Anna");
+}
+
 TEST_F(WritingViewTest, AKeyThatAnIndexRefusesAnswersFalseWithTheReason) {
     const auto view = Everything();
     for (const ErrorKind kind : {ErrorKind::AlreadyExists, ErrorKind::Locked}) {
