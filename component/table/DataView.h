@@ -41,11 +41,12 @@ public:
     /// Deletes the record at this position from 0. False: it was not deleted.
     bool Delete(LONG position) const;
 
+    /// The fields of the current record; they live as long as the view.
+    ZuDataFields& Fields();
+
     ZuDataView* get() const noexcept { return view_.get(); }
 
 private:
-    ZuDataFields& Fields();
-
     com::ComPtr<ZuDataView> view_;
     com::ComPtr<ZuDataFields> fields_;
 };

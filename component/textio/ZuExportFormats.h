@@ -1,7 +1,8 @@
 #pragma once
 
 #include "com/Object.h"
-#include "component/engine/NotBuilt.h"
+#include "component/textio/FormatCollection.h"
+#include "component/textio/ZuExportFormat.h"
 #include "idl/ZuDBFFunctions.h"
 
 namespace zu::component {
@@ -10,11 +11,19 @@ namespace zu::component {
 class ZuExportFormats final : public com::DualObject<ZuExportFormats, _ZuExportFormats> {
 public:
     static CLSID classId() noexcept { return __uuidof(::ZuExportFormats); }
+    static const IID kInternals;
 
-    STDMETHODIMP get_Count(LONG* Result) override { return NotBuilt(Result); }
-    STDMETHODIMP get_Item(VARIANT, _ZuExportFormat** Result) override { return NotBuilt(Result); }
-    STDMETHODIMP get_NewEnum(IUnknown** Result) override { return NotBuilt(Result); }
-    STDMETHODIMP AddFormat(BSTR*, LONG*, VARIANT_BOOL* Result) override { return NotBuilt(Result); }
+    FormatCollection<ZuExportFormat>& formats() noexcept { return formats_; }
+
+    STDMETHODIMP get_Count(LONG* Result) override;
+    STDMETHODIMP get_Item(VARIANT ItemReference, _ZuExportFormat** Result) override;
+    STDMETHODIMP get_NewEnum(IUnknown** Result) override;
+    STDMETHODIMP AddFormat(BSTR* Name, LONG* DefaultSetup, VARIANT_BOOL* Result) override;
+
+private:
+    HRESULT QueryMore(REFIID iid, void** object) noexcept override;
+
+    FormatCollection<ZuExportFormat> formats_;
 };
 
 }  // namespace zu::component

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "component/table/DataView.h"
+#include "portable/textio/BlockWriter.h"
+#include "portable/textio/Encoding.h"
+#include "portable/textio/ExportFormat.h"
+
+namespace zu::component {
+
+/// Writes the records of a view to a text file under a format, one line a record, in one pass.
+class TextExport {
+public:
+    /// Makes the file, in the place of one that is there. Throws zu::Error, which names the file.
+    TextExport(std::wstring_view path, const textio::ExportFormat& format);
+
+    /// Writes all records from the first one on. Errors (ComError, zu::Error with record and field) end it;
+    /// what was written so far stays in the file.
+    void Write(DataView& view);
+
+    /// Characters that the file's code page lacks, so that "?" stands in their place.
+    std::size_t missingCharacters() const noexcept { return missing_; }
+
+private:
+    template <class Char>
+    void WriteRecords(DataView& view);
+
+    const textio::ExportFormat& format_;
+    textio::Encoding encoding_;
+    textio::BlockWriter writer_;
+    std::size_t missing_ = 0;
+};
+
+}  // namespace zu::component

@@ -1,0 +1,172 @@
+#include "component/textio/TextImport.h"
+
+#include <type_traits>
+
+#include "com/Bstr.h"
+#include "com/ComError.h"
+#include "component/engine/EngineLink.h"
+#include "component/engine/RunTimeError.h"
+#include "component/engine/Trapped.h"
+#include "component/textio/TextFile.h"
+
+namespace zu::component {
+
+using com::Bstr;
+using com::Check;
+using com::Variant;
+
+namespace {
+
+constexpr const wchar_t* kFunction = L"DbfFromFile";
+/// Characters of a value that the log shows.
+constexpr std::size_t kMostShown = 100;
+
+std::wstring_view WithoutBlanks(std::wstring_view text) noexcept {
+    const std::size_t first = text.find_first_not_of(L' ');
+    if (first == std::wstring_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(L' ') - first + 1);
+}
+
+std::wstring Quoted(std::wstring_view text) {
+    std::wstring quoted = L"\"" + std::wstring(text.substr(0, kMostShown));
+    quoted += text.size() > kMostShown ? L"...\"" : L"\"";
+    return quoted;
+}
+
+template <class Char>
+std::basic_string<Char> InFile(const textio::Encoding& encoding, const std::u16string& text) {
+    if constexpr (std::is_same_v<Char, char>) {
+        return encoding.Encode(text);
+    } else {
+        return text;
+    }
+}
+
+}  // namespace
+
+TextImport::TextImport(DataView& view, const textio::ImportFormat& format, CopyOutcome& outcome)
+    : view_(view),
+      format_(format),
+      outcome_(outcome),
+      encoding_(SystemCodePage()),
+      reader_(format),
+      values_(format, encoding_.page()) {
+    const LONG count = view.FieldCount();
+    for (LONG position = 0; position < count; ++position) {
+        Field field;
+        field.target = view.Field(Variant(position));
+        LONG number = 0;
+        Check(field.target->get_Type(&number));
+        field.kind.type = number;
+        Check(field.target->get_Size(&number));
+        field.kind.size = number;
+        field.width = reader_.WidthOf(field.kind);
+        fields_.push_back(std::move(field));
+    }
+}
+
+void TextImport::SetCondition(std::wstring_view condition) {
+    const std::wstring_view formula = WithoutBlanks(condition);
+    if (formula.empty()) return;
+    evaluator_ = std::make_unique<clsEvaluator>();
+    evaluator_->SetFormula(formula);
+    evaluator_->SetFields(com::Share(&view_.Fields()));
+}
+
+void TextImport::Run(textio::LineReader& lines, std::wstring_view path) {
+    if (encoding_.isSingleByte()) {
+        ReadLines<char>(lines, path);
+    } else {
+        ReadLines<char16_t>(lines, path);
+    }
+}
+
+template <class Char>
+void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path) {
+    textio::LineCutter<Char> cutter(format_.preset(), InFile<Char>(encoding_, format_.separator()),
+                                    InFile<Char>(encoding_, format_.quote()));
+    std::string_view bytes;
+    std::u16string wide;
+    for (std::uint64_t number = 1; lines.Next(bytes); ++number) {
+        if (bytes.empty()) continue;
+        std::basic_string_view<Char> line;
+        if constexpr (std::is_same_v<Char, char>) {
+            line = bytes;
+        } else {
+            wide.clear();
+            encoding_.page().Decode(bytes, wide);
+            line = wide;
+        }
+        outcome_.BeginRow();
+        notes_.BeginLine();
+        filling_ = false;
+        Fate fate = Fate::Failed;
+        std::wstring reason = L"the table refused the record";
+        try {
+            fate = AddRecord(cutter, line);
+        } catch (...) {
+            reason = ErrorInField();
+        }
+        if (fate == Fate::Failed) Report(reason, number, path);
+        if (fate != Fate::Rejected) outcome_.EndRow(fate == Fate::Added);
+    }
+}
+
+template <class Char>
+auto TextImport::AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line) -> Fate {
+    cutter.Start(line);
+    Variant blank = Variant::Missing();
+    if (!view_.AddNew(*blank.address())) return Fate::Failed;
+    FillFields(cutter);
+    if (evaluator_ && !Engine().data().ToBoolean(Variant(evaluator_->Evaluate()))) return Fate::Rejected;
+    return view_.Update() ? Fate::Added : Fate::Failed;
+}
+
+template <class Char>
+void TextImport::FillFields(textio::LineCutter<Char>& cutter) {
+    filling_ = true;
+    for (std::size_t position = 0; position < fields_.size() && !cutter.isAtEnd(); ++position) {
+        const Field& field = fields_[position];
+        notes_.BeginField(position);
+        const std::basic_string_view<Char> token = cutter.Next(field.width);
+        const Variant value = values_.Convert(reader_.Read<Char>(field.kind, token), field.kind.type, notes_);
+        const HRESULT stored = field.target->put_Value(value);
+        if (FAILED(stored)) {
+            if constexpr (std::is_same_v<Char, char>) {
+                std::u16string shown;
+                encoding_.page().Decode(token, shown);
+                token_ = com::AsWide(shown);
+            } else {
+                token_ = com::AsWide(token);
+            }
+            Check(stored);
+        }
+    }
+    filling_ = false;
+}
+
+std::wstring TextImport::ErrorInField() const {
+    const std::wstring error = RunTimeErrorText(kFunction);
+    if (!filling_) return error;
+    return L"field " + NameOf(notes_.field()) + L" does not take " + Quoted(token_) + L": " + error;
+}
+
+std::wstring TextImport::NameOf(std::size_t field) const {
+    Bstr name;
+    if (FAILED(fields_[field].target->get_Name(name.put())) || name.empty())
+        return std::to_wstring(field + 1);
+    return name.str();
+}
+
+void TextImport::Report(const std::wstring& reason, std::uint64_t line, std::wstring_view path) const {
+    Trap([&] {
+        std::wstring text = L"Row " + std::to_wstring(outcome_.rows()) + L" (line " + std::to_wstring(line) +
+                            L") of " + std::wstring(path) + L" was not added: " + reason;
+        for (const FieldNotes::Note& note : notes_.notes())
+            text += L"; field " + NameOf(note.field) + L" holds " + Quoted(note.token) + L" where " +
+                    note.expected + L" was expected";
+        Engine().messages().Trace(text);
+    });
+}
+
+}  // namespace zu::component

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "component/table/CopyOutcome.h"
+#include "component/table/DataView.h"
+#include "component/table/clsEvaluator.h"
+#include "component/textio/FieldNotes.h"
+#include "component/textio/ImportValues.h"
+#include "portable/textio/Encoding.h"
+#include "portable/textio/ImportFormat.h"
+#include "portable/textio/LineCutter.h"
+#include "portable/textio/LineReader.h"
+#include "portable/textio/ValueReader.h"
+
+namespace zu::component {
+
+/// Adds a record to a view for each line of a text file that is not empty, in one pass. Lines that fail are
+/// told to the engine's log with their number, field, text and what was expected; later lines go on.
+class TextImport {
+public:
+    /// `view` and `outcome` must outlive the import. Throws ComError.
+    TextImport(DataView& view, const textio::ImportFormat& format, CopyOutcome& outcome);
+
+    /// Only records that meet the condition are saved; a blank one lets all pass. Throws ComError.
+    void SetCondition(std::wstring_view condition);
+
+    /// Reads `lines` to the end. Errors of the file end it; `path` names it in the log.
+    void Run(textio::LineReader& lines, std::wstring_view path);
+
+private:
+    struct Field {
+        com::ComPtr<ZuDataField> target;
+        textio::ImportField kind;
+        std::size_t width;
+    };
+
+    enum class Fate : unsigned char { Added, Rejected, Failed };
+
+    template <class Char>
+    void ReadLines(textio::LineReader& lines, std::wstring_view path);
+    template <class Char>
+    Fate AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line);
+    template <class Char>
+    void FillFields(textio::LineCutter<Char>& cutter);
+    /// Runs inside a catch block.
+    std::wstring ErrorInField() const;
+    std::wstring NameOf(std::size_t field) const;
+    void Report(const std::wstring& reason, std::uint64_t line, std::wstring_view path) const;
+
+    DataView& view_;
+    const textio::ImportFormat& format_;
+    CopyOutcome& outcome_;
+    textio::Encoding encoding_;
+    textio::ValueReader reader_;
+    ImportValues values_;
+    std::vector<Field> fields_;
+    std::unique_ptr<clsEvaluator> evaluator_;
+    FieldNotes notes_;
+    /// The token in hand, for the log; null when no field is being filled.
+    std::wstring token_;
+    bool filling_ = false;
+};
+
+}  // namespace zu::component
