@@ -26,6 +26,12 @@ ComPtr<ZuDatabaseService> EngineData::DatabaseService() const {
     return service.as<ZuDatabaseService>();
 }
 
+LONG EngineData::DecimalPlaces(LONG type) const {
+    LONG places = 0;
+    Check(Required(engine_.get())->DecimalPlaces(type, &places));
+    return places;
+}
+
 ComPtr<ZuRecordVariable> EngineData::NewRecordVariable() const {
     ComPtr<IDispatch> variable;
     Check(Required(engine_.get())->NewRecordVariable(variable.put()));

@@ -21,6 +21,8 @@ public:
     /// The service that opens tables. Never null; it is asked for in each call and released with it, so that
     /// an engine may close its databases between calls.
     com::ComPtr<ZuDatabaseService> DatabaseService() const;
+    /// Decimal places that numbers of a type (4 or 5) are shown with.
+    LONG DecimalPlaces(LONG type) const;
     /// A new record variable. Never null.
     com::ComPtr<ZuRecordVariable> NewRecordVariable() const;
     /// Tells the engine the values of a record that is about to be committed.

@@ -37,4 +37,11 @@ void EngineLink::Start() noexcept {
     }
 }
 
+HWND EngineLink::OwnerWindow() const {
+    LONG window = 0;
+    Check(com::Required(userInterface_.get())->OwnerWindow(&window));
+    // Window handles have 32 significant bits in every process.
+    return reinterpret_cast<HWND>(static_cast<LONG_PTR>(window));
+}
+
 }  // namespace zu::component

@@ -19,6 +19,8 @@ public:
     const EngineContext& context() const noexcept { return context_; }
     const EngineData& data() const noexcept { return data_; }
     const EngineMessages& messages() const noexcept { return messages_; }
+    /// The window that modal windows belong to; null for none. Throws ComError.
+    HWND OwnerWindow() const;
 
 private:
     com::ComPtr<ZuEngineCore> core_;

@@ -1,16 +1,60 @@
-#include "component/engine/NotBuilt.h"
+#include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
+#include "component/functions/KeyLookup.h"
+#include "component/table/OptionalArgument.h"
+#include "component/ui/frmDBFEdit.h"
 
 namespace zu::component {
 
-STDMETHODIMP Functions::DbfEdit(VARIANT, BSTR, VARIANT, VARIANT, LONG, VARIANT, LONG, LONG, VARIANT*,
-                                VARIANT_BOOL, VARIANT_BOOL* Result) {
-    return NotBuilt(Result);
+using com::ComPtr;
+using com::Variant;
+
+namespace {
+
+/// No limit on the records of the grid; `flag` as the table's selections take it.
+SelectionLimits AllRecords(LONG flag, const VARIANT* fieldNames) {
+    return SelectionLimits{0, flag, Given(fieldNames)};
 }
 
-STDMETHODIMP Functions::DbfPick(VARIANT, BSTR, BSTR, LONG, VARIANT, LONG, LONG, VARIANT*, VARIANT*,
+ComPtr<ZuDataField> FieldOf(const ComPtr<ZuDataView>& view, const VARIANT& name) {
+    ComPtr<ZuDataFields> fields;
+    com::Check(view->get_Fields(fields.put()));
+    ComPtr<ZuDataField> field;
+    com::Check(com::Required(fields.get())->get_Item(name, field.put()));
+    return field;
+}
+
+}  // namespace
+
+STDMETHODIMP Functions::DbfEdit(VARIANT TableDefn, BSTR Title, VARIANT Condition, VARIANT Direction,
+                                LONG Height, VARIANT Width, LONG Top, LONG Left, VARIANT* FieldNames,
+                                VARIANT_BOOL AllowUndelete, VARIANT_BOOL* Result) {
+    return Trapped(Result, [&] {
+        const ComPtr<ZuDataView> view =
+            LookUpRecords(TableDefn, Condition, Variant(false), AllRecords(1, FieldNames));
+        if (!view) return false;
+        frmDBFEdit form;
+        form.DisplayEdit(com::View(Title), view, true, AllowUndelete != VARIANT_FALSE,
+                         FormPlace{Left, Top, Width, Height}, Direction);
+        return true;
+    });
+}
+
+STDMETHODIMP Functions::DbfPick(VARIANT TableDefn, BSTR Title, BSTR Condition, LONG Height, VARIANT Width,
+                                LONG Top, LONG Left, VARIANT* FieldNames, VARIANT* ReturnField,
                                 VARIANT* Result) {
-    return NotBuilt(Result);
+    return Trapped(Result, [&] {
+        const ComPtr<ZuDataView> view =
+            LookUpRecords(TableDefn, GivenText(Condition), Variant(true), AllRecords(0, FieldNames));
+        ComPtr<ZuDataView> picked;
+        {
+            frmDBFEdit form;
+            picked = form.DisplayPick(com::View(Title), view, FormPlace{Left, Top, Width, Height});
+        }
+        if (com::IsMissing(ReturnField)) return Variant(static_cast<IDispatch*>(picked.get()));
+        if (!picked) return Variant();
+        return Variant(static_cast<IDispatch*>(FieldOf(picked, com::Dereference(*ReturnField)).get()));
+    });
 }
 
 }  // namespace zu::component

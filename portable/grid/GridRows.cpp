@@ -67,9 +67,15 @@ const LoadedRow* GridRows::Loaded(Row row) const {
     return found == loaded_.end() ? nullptr : &found->second;
 }
 
-LoadedRow* GridRows::Loaded(Row row) {
+void GridRows::SetText(Cell cell, std::u16string_view text) {
+    const auto found = loaded_.find(cell.row);
+    if (found == loaded_.end() || cell.column < kFixedColumns) return;
+    found->second.Replace(static_cast<std::size_t>(cell.column - kFixedColumns), text);
+}
+
+void GridRows::SetDeleted(Row row, bool deleted) {
     const auto found = loaded_.find(row);
-    return found == loaded_.end() ? nullptr : &found->second;
+    if (found != loaded_.end()) found->second.SetDeleted(deleted);
 }
 
 void GridRows::Load(Row row, LoadedRow texts) {

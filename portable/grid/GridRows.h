@@ -34,8 +34,10 @@ public:
 
     /// The texts of a row; null until it is loaded.
     const LoadedRow* Loaded(Row row) const;
-    LoadedRow* Loaded(Row row);
     void Load(Row row, LoadedRow texts);
+    /// Changes one text, or the mark of deletion, of a row that is loaded.
+    void SetText(Cell cell, std::u16string_view text);
+    void SetDeleted(Row row, bool deleted);
     /// The row is read again when it is next looked at.
     void ClearMark(Row row) { loaded_.erase(row); }
     std::size_t loadedCount() const noexcept { return loaded_.size(); }

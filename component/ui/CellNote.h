@@ -1,0 +1,31 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace zu::component {
+
+/// A balloon that explains something beside a cell until the user goes on.
+class CellNote {
+public:
+    CellNote() noexcept = default;
+    CellNote(const CellNote&) = delete;
+    CellNote& operator=(const CellNote&) = delete;
+    ~CellNote();
+
+    /// `place` is the cell in the coordinates of `window`.
+    void Show(HWND window, const RECT& place, std::wstring_view text);
+    void Hide() noexcept;
+    bool isVisible() const noexcept { return visible_; }
+    const std::wstring& text() const noexcept { return text_; }
+
+private:
+    HWND balloon_ = nullptr;
+    HWND window_ = nullptr;
+    std::wstring text_;
+    bool visible_ = false;
+};
+
+}  // namespace zu::component
