@@ -27,9 +27,15 @@ if(ZU_FUZZ)
     target_compile_options(zu_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# zu_library(NAME SOURCES... [LINK libs...]): a static library with the project's settings.
+# zu_library(NAME SOURCES... [LINK libs...]): a static library with the project's settings. What links zu_com is code
+# for Windows, all else is portable.
 function(zu_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${arg_SOURCES} ${arg_UNPARSED_ARGUMENTS})
     target_link_libraries(${name} PUBLIC zu_settings ${arg_LINK})
+    if("zu_com" IN_LIST arg_LINK OR name STREQUAL "zu_com")
+        zu_precompile(${name} Windows)
+    else()
+        zu_precompile(${name} Portable)
+    endif()
 endfunction()

@@ -1,4 +1,5 @@
 # zu_test(NAME label SOURCES... LINK libs...): a GoogleTest program registered with CTest as one suite.
+# Label unit: portable tests, built natively too; other labels: tests of code for Windows.
 # Windows builds run it under Wine through the project's own launcher (tools/wine-run), which supplies the prefix.
 # Each suite writes its results as XML to <build>/test-results, from which `./zu test` counts.
 
@@ -26,6 +27,11 @@ function(zu_test name label)
     target_link_libraries(${name} PRIVATE zu_settings ${arg_LINK} ${ZU_GTEST} gtest_main)
     # What is tested is optimised; the tests themselves are not, which compiles them three times as fast.
     target_compile_options(${name} PRIVATE -O0)
+    if(label STREQUAL "unit")
+        zu_precompile(${name} PortableTest)
+    else()
+        zu_precompile(${name} WindowsTest)
+    endif()
     if(WIN32 AND CMAKE_SIZEOF_VOID_P EQUAL 4)
         # Wine here is 64-bit only, so these programs could not run; x86 builds the product itself, and what is
         # checked by compiling.

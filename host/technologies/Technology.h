@@ -21,7 +21,7 @@ struct TechnologySettings {
     bool clipperLocks = false;       ///< locks as Clipper programs take them; false: as FoxPro does
     bool survivePowerCut = false;    ///< confirmed changes are on the disk, not only with the system
     bool allowStaleIndexes = false;  ///< write also when an index cannot be kept up to date
-    std::string newTableFormat;  ///< "dBASE III", "FoxPro 2", "Visual FoxPro"; empty: what the fields need
+    std::string newTableFormat{};  ///< "dBASE III", "FoxPro 2", "Visual FoxPro"; empty: what the fields need
 };
 
 /// A kind of database: the one door from the database service to files.

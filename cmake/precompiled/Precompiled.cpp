@@ -1,0 +1,1 @@
+// A source that carries precompiled headers.
