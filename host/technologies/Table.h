@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/technologies/Batch.h"
 #include "host/technologies/RecordEdit.h"
 #include "host/technologies/Value.h"
 #include "portable/error/Error.h"
@@ -94,6 +95,9 @@ public:
     virtual std::unique_ptr<RecordEdit> NewRecord() {
         throw Error(ErrorKind::Unsupported, "The table " + name() + " can only be read.");
     }
+
+    /// Begins a batch of new records: a copy or an import. Technologies may gather nothing.
+    virtual std::unique_ptr<Batch> BeginBatch() { return std::make_unique<Batch>(); }
 
     /// What had to be tolerated when the table was opened (missing memo file, wrong count, ...), UTF-8.
     virtual const std::vector<std::string>& warnings() const noexcept = 0;

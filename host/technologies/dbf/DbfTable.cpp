@@ -1,6 +1,8 @@
 #include "host/technologies/dbf/DbfTable.h"
 
 #include <array>
+#include <exception>
+#include <utility>
 
 #include "host/technologies/dbf/CodePageChoice.h"
 #include "host/technologies/dbf/DbfFormat.h"
@@ -54,31 +56,57 @@ write::WriteSettings WriteSettingsOf(const technologies::TechnologySettings& set
     return result;
 }
 
-/// Undoes what a process that died in the middle of a change has left.
-void Recover(files::FileSystem& files, const std::string& path) {
+/// The share that one caller has in the batch of a table.
+class TableBatch final : public technologies::Batch {
+public:
+    explicit TableBatch(write::AppendBatch& batch) noexcept : batch_(&batch) { batch.Begin(); }
+    ~TableBatch() override {
+        try {
+            Finish();
+        } catch (...) {
+            // What is left to do stands in the journal.
+            static_cast<void>(std::current_exception());
+        }
+    }
+    TableBatch(const TableBatch&) = delete;
+    TableBatch& operator=(const TableBatch&) = delete;
+    void Finish() override {
+        if (write::AppendBatch* batch = std::exchange(batch_, nullptr)) batch->End();
+    }
+
+private:
+    write::AppendBatch* batch_;
+};
+
+/// Undoes what a process that died in the middle of a change has left. Answers whether records are left that
+/// have no keys yet.
+bool Recover(files::FileSystem& files, const std::string& path) {
     maintenance::FileSwap::Finish(files, path);
     write::TablePaths paths;
     paths.table = path;
-    if (!transaction::Journal::MayHoldChange(files, paths.journal())) return;
+    if (!transaction::Journal::MayHoldChange(files, paths.journal())) return false;
     CompanionFiles companions(files, path);
     paths.memo = companions.Find(".fpt");
     if (!paths.memo) paths.memo = companions.Find(".dbt");
     paths.index = companions.Find(".cdx");
-    write::RecoverTable(files, paths);
+    return write::RecoverTable(files, paths).keysMissingFrom.has_value();
 }
 
 }  // namespace
 
 std::unique_ptr<DbfTable> DbfTable::Open(files::FileSystem& files, const std::string& path,
                                          const technologies::TechnologySettings& settings) {
-    Recover(files, path);
-    return std::unique_ptr<DbfTable>(new DbfTable(files, path, files.Open(path, {}), settings));
+    const bool incomplete = Recover(files, path);
+    std::unique_ptr<DbfTable> table(new DbfTable(files, path, files.Open(path, {}), settings));
+    if (incomplete) table->CompleteRecords();
+    return table;
 }
 
 std::unique_ptr<DbfTable> DbfTable::OpenExclusive(files::FileSystem& files, const std::string& path,
                                                   const technologies::TechnologySettings& settings,
                                                   files::Access access) {
-    Recover(files, path);
+    // What is left to do takes the table opened for all.
+    if (Recover(files, path)) Open(files, path, settings);
     auto file = files.Open(path, {access, files::Creation::OpenExisting, true});
     return std::unique_ptr<DbfTable>(new DbfTable(files, path, std::move(file), settings));
 }
@@ -177,19 +205,48 @@ void DbfTable::OpenIndexes() {
     }
 }
 
+void DbfTable::CompleteRecords() {
+    try {
+        const write::EditedTable table = Writable();
+        write::Change change(table.files);
+        write::TakeOver(change, table);
+        warnings_.clear();
+        for (const std::string& warning : header_.warnings)
+            warnings_.push_back(warning);
+        for (const std::string& doubt : layout_.warnings)
+            Warn(doubt + ".");
+        WarnAboutCount();
+        if (!indexes_) return;
+        for (std::string& warning : indexes_->warnings())
+            warnings_.push_back(std::move(warning));
+    } catch (const Error& error) {
+        // The records can be read; whoever changes the table will have to complete it.
+        Warn(std::string("records that were added last have no index keys yet: ") + error.what());
+    }
+}
+
+// Whoever looks into the indexes must find all records in them.
+void DbfTable::EndRun() {
+    if (batch_) batch_->EndRun();
+}
+
 void DbfTable::Refresh() {
-    NoticeIndexes(records_.Refresh());
+    EndRun();
+    records_.Refresh();
+    NoticeIndexes();
 }
 
 void DbfTable::NoticeChanges() {
-    NoticeIndexes(records_.NoticeGrowth());
+    records_.NoticeGrowth();
+    NoticeIndexes();
 }
 
 // An index whose counter stands still while records came was left behind by their writer, unless they are
 // ours.
-void DbfTable::NoticeIndexes(bool recordsChanged) {
+void DbfTable::NoticeIndexes() {
     if (!indexes_) return;
-    if (indexes_->IsOutdated() || (recordsChanged && !writeFiles_)) indexes_->Refresh();
+    const bool foreign = records_.TakeForeignRecords();
+    if (indexes_->IsOutdated() || foreign) indexes_->Refresh();
 }
 
 std::uint32_t DbfTable::RecordCount() {
@@ -212,7 +269,19 @@ write::EditedTable DbfTable::Writable() {
                         ".");
     if (!writeFiles_)
         writeFiles_ = std::make_unique<write::WriteFiles>(files_, paths_, header_, writeSettings_);
-    return {header_, layout_, records_, memos_.get(), indexes_.get(), *writeFiles_, blankNumbersAreNull_};
+    write::EditedTable table{
+        header_, layout_, records_, memos_.get(), indexes_.get(), *writeFiles_, blankNumbersAreNull_};
+    if (!batch_) batch_ = std::make_unique<write::AppendBatch>(table);
+    table.batch = batch_.get();
+    return table;
+}
+
+std::unique_ptr<technologies::Batch> DbfTable::BeginBatch() {
+    const write::EditedTable table = Writable();
+    if (writeSettings_.durability == transaction::Durability::PowerCut ||
+        (indexes_ && indexes_->refusesEqualKeys()))
+        return Table::BeginBatch();
+    return std::make_unique<TableBatch>(*table.batch);
 }
 
 std::unique_ptr<technologies::RecordEdit> DbfTable::EditRecord(std::uint32_t record) {
@@ -288,6 +357,7 @@ std::vector<std::uint32_t> DbfTable::Select(const technologies::Selection& selec
 std::vector<std::uint32_t> DbfTable::Seek(std::size_t index,
                                           const std::vector<technologies::KeyCriterion>& criteria,
                                           std::uint32_t maxRecords, bool includeDeleted) {
+    EndRun();
     NoticeChanges();
     RequireIndex(index);
     RecordSelector selector(records_, indexes_.get(), includeDeleted || showDeleted_, maxRecords);

@@ -15,6 +15,7 @@
 #include "host/technologies/dbf/RecordFile.h"
 #include "host/technologies/dbf/TableLayout.h"
 #include "host/technologies/dbf/cdx/IndexSet.h"
+#include "host/technologies/dbf/write/AppendBatch.h"
 #include "host/technologies/dbf/write/EditedTable.h"
 #include "host/technologies/dbf/write/WriteFiles.h"
 #include "portable/files/File.h"
@@ -68,6 +69,9 @@ public:
 
     std::unique_ptr<technologies::RecordEdit> EditRecord(std::uint32_t record) override;
     std::unique_ptr<technologies::RecordEdit> NewRecord() override;
+    /// Gathers the keys of new records, unless each change must survive a power cut or a tag refuses equal
+    /// keys.
+    std::unique_ptr<technologies::Batch> BeginBatch() override;
 
     const std::vector<std::string>& warnings() const noexcept override { return warnings_; }
 
@@ -86,9 +90,12 @@ private:
 
     /// The files, opened for writing when they are first needed so.
     write::EditedTable Writable();
+    /// Gives keys to records that a process that died has added without them.
+    void CompleteRecords();
+    void EndRun();
     void Refresh();
     void NoticeChanges();
-    void NoticeIndexes(bool recordsChanged);
+    void NoticeIndexes();
     const std::byte* RequireRecord(std::uint32_t record);
     void RequireIndex(std::size_t index) const;
 
@@ -106,6 +113,7 @@ private:
     write::WriteSettings writeSettings_;
     write::TablePaths paths_;
     std::unique_ptr<write::WriteFiles> writeFiles_;
+    std::unique_ptr<write::AppendBatch> batch_;
 };
 
 }  // namespace zu::dbf

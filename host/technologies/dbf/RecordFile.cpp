@@ -19,6 +19,7 @@ RecordFile::RecordFile(std::unique_ptr<files::File> file, const DbfHeader& heade
       recordLength_(header.recordLength),
       recordsPerBlock_(std::max(1U, kBlockBytes / header.recordLength)) {
     Refresh();
+    hasForeignRecords_ = false;
 }
 
 std::uint32_t RecordFile::ReadStatedCount() const {
@@ -63,6 +64,8 @@ bool RecordFile::Refresh() {
     size_ = size;
     statedCount_ = stated;
     count_ = CountFrom(known, most);
+    hasForeignRecords_ = hasForeignRecords_ || count_ != known_;
+    known_ = count_;
     return changed;
 }
 

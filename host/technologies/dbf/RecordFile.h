@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "host/expression/Program.h"
@@ -40,6 +41,16 @@ public:
         if (blocks_[block % blocks_.size()].number == block)
             blocks_[block % blocks_.size()].number = UINT32_MAX;
     }
+
+    /// This process has added records up to `number` itself.
+    void NoteOwnRecords(std::uint32_t number) noexcept { known_ = number; }
+    /// The last record that this process knows of, by reading or because it added it.
+    std::uint32_t known() const noexcept { return known_; }
+    /// Since this was asked last, a Refresh has met records that this process did not know of, or missed some
+    /// that it did.
+    bool TakeForeignRecords() noexcept { return std::exchange(hasForeignRecords_, false); }
+    /// Until the next Refresh there seem to be at most `count` records.
+    void LimitTo(std::uint32_t count) noexcept { count_ = count < count_ ? count : count_; }
 
     /// As of the last Refresh.
     std::uint32_t Count() override { return count_; }
@@ -80,6 +91,8 @@ private:
     const std::byte* mapped_ = nullptr;  ///< the first record
     std::uint32_t count_ = 0;
     std::uint32_t statedCount_ = 0;
+    std::uint32_t known_ = 0;
+    bool hasForeignRecords_ = false;
     std::uint64_t size_ = 0;
     std::uint32_t recordsPerBlock_;
     std::array<Block, 8> blocks_;

@@ -153,7 +153,7 @@ TEST_P(JournalTest, ACrashDuringRecoveryLeavesTheRestToTheNextProcess) {
             ASSERT_TRUE(second.journal.IsHot());
             system.FailAt(step, FaultyFiles::Fault::Torn);
             try {
-                recovered = second.journal.Recover(second.parts);
+                recovered = second.journal.Recover(second.parts).undone;
             } catch (const Error&) {
                 EXPECT_TRUE(system.fired());
             }
@@ -263,7 +263,7 @@ TEST_P(JournalTest, ADamagedJournalUndoesNothing) {
         memory.Put(kJournal, damaged);
         Process process(system, GetParam());
         ASSERT_TRUE(process.journal.TryEnter());
-        EXPECT_FALSE(process.journal.Recover(process.parts)) << "byte " << i;
+        EXPECT_FALSE(process.journal.Recover(process.parts).undone) << "byte " << i;
         EXPECT_EQ(State(), torn) << "byte " << i;
         EXPECT_FALSE(process.journal.IsHot()) << "byte " << i;
     }
@@ -271,7 +271,7 @@ TEST_P(JournalTest, ADamagedJournalUndoesNothing) {
         memory.Put(kJournal, std::span(hot).first(length));
         Process process(system, GetParam());
         ASSERT_TRUE(process.journal.TryEnter());
-        EXPECT_FALSE(process.journal.Recover(process.parts)) << length << " bytes";
+        EXPECT_FALSE(process.journal.Recover(process.parts).undone) << length << " bytes";
         EXPECT_EQ(State(), torn);
     }
 }

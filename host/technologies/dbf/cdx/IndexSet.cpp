@@ -75,6 +75,12 @@ public:
         return std::make_unique<IndexUpdate>(file_, tags_, context_.tableName, staleTags, changes);
     }
 
+    void RequireUpdatable(StaleTags staleTags) const {
+        IndexUpdate::RequireUpdatable(tags_, context_.tableName, staleTags);
+    }
+
+    std::unique_ptr<NewKeys> CollectKeys() { return std::make_unique<NewKeys>(tags_); }
+
     // The tags are what they were: only pages changed, and the counter with them.
     void TakeOwnChange() {
         file_.Refresh();
@@ -334,6 +340,19 @@ bool IndexSet::IsOutdated() {
 
 std::unique_ptr<IndexUpdate> IndexSet::BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes) {
     return implementation_->BeginUpdate(staleTags, changes);
+}
+
+void IndexSet::RequireUpdatable(StaleTags staleTags) const {
+    implementation_->RequireUpdatable(staleTags);
+}
+
+std::unique_ptr<NewKeys> IndexSet::CollectKeys() {
+    return implementation_->CollectKeys();
+}
+
+bool IndexSet::refusesEqualKeys() const noexcept {
+    return std::any_of(descriptions().begin(), descriptions().end(),
+                       [](const technologies::IndexDescription& tag) { return tag.usable && tag.candidate; });
 }
 
 void IndexSet::TakeOwnChange() {

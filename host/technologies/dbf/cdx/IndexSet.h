@@ -13,6 +13,7 @@
 #include "host/technologies/Table.h"
 #include "host/technologies/dbf/cdx/IndexContext.h"
 #include "host/technologies/dbf/cdx/IndexUpdate.h"
+#include "host/technologies/dbf/cdx/NewKeys.h"
 #include "portable/files/File.h"
 
 namespace zu::dbf::cdx {
@@ -67,6 +68,12 @@ public:
     /// Begins the index's share in a change of records. The caller holds the index lock and has refreshed
     /// what was outdated. Errors: those of IndexUpdate.
     std::unique_ptr<IndexUpdate> BeginUpdate(StaleTags staleTags, transaction::ChangeSet& changes);
+    /// Unsupported as of IndexUpdate, before anything is written.
+    void RequireUpdatable(StaleTags staleTags) const;
+    /// Gathers the keys of new records; see IndexUpdate::Add. It must not outlive the next Refresh.
+    std::unique_ptr<NewKeys> CollectKeys();
+    /// A tag refuses equal keys, so each record must be compared with the index before it is written.
+    bool refusesEqualKeys() const noexcept;
     /// The change that was begun last is in the file now.
     void TakeOwnChange();
 

@@ -19,14 +19,42 @@ bool HasKey(const OpenTag& tag, const expression::Row& row) {
 IndexUpdate::IndexUpdate(CdxFile& file, const std::vector<std::unique_ptr<OpenTag>>& tags,
                          const std::string& tableName, StaleTags staleTags, transaction::ChangeSet& changes)
     : tags_(tags), tableName_(tableName), pages_(file, changes) {
+    RequireUpdatable(tags, tableName, staleTags);
+}
+
+void IndexUpdate::RequireUpdatable(const std::vector<std::unique_ptr<OpenTag>>& tags,
+                                   const std::string& tableName, StaleTags staleTags) {
     if (staleTags == StaleTags::Allow) return;
-    for (const auto& tag : tags_) {
+    for (const auto& tag : tags) {
         if (tag->isUsable()) continue;
         throw Error(ErrorKind::Unsupported,
                     "nothing is written to table \"" + tableName + "\" because the " +
                         NameOf(*tag, tableName) +
                         " could not be kept up to date: " + tag->description().reason +
                         ". Rebuild the index, or allow stale indexes in the settings");
+    }
+}
+
+void IndexUpdate::Add(NewKeys& keys) {
+    for (std::size_t i = 0; i < tags_.size(); ++i) {
+        KeySorter& sorted = keys.keys(i);
+        if (sorted.size() == 0) continue;
+        changed_ = true;
+        sorted.Sort();
+        TreeEditor tree(pages_, tags_[i]->encoder().form().shape(), tags_[i]->header().root);
+        try {
+            if (!tags_[i]->description().unique) {
+                for (std::size_t from = 0; from < sorted.size();)
+                    from += tree.InsertSorted(sorted, from);
+                continue;
+            }
+            for (std::size_t at = 0; at < sorted.size(); ++at)
+                if (!tree.Find(sorted.key(at))) tree.Insert(sorted.key(at), sorted.record(at));
+        } catch (const Error& error) {
+            if (error.kind() != ErrorKind::Damaged) throw;
+            throw Error(ErrorKind::Damaged, NameOf(*tags_[i], tableName_) + " is not up to date: " +
+                                                error.what() + ". Rebuild the index");
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 #include "host/expression/Program.h"
 #include "host/technologies/dbf/cdx/CdxFile.h"
 #include "host/technologies/dbf/cdx/ChangedPages.h"
+#include "host/technologies/dbf/cdx/NewKeys.h"
 #include "host/technologies/dbf/cdx/OpenTag.h"
 #include "host/technologies/dbf/transaction/ChangeSet.h"
 
@@ -29,6 +30,14 @@ public:
     /// not allowed.
     IndexUpdate(CdxFile& file, const std::vector<std::unique_ptr<OpenTag>>& tags,
                 const std::string& tableName, StaleTags staleTags, transaction::ChangeSet& changes);
+
+    /// The same refusal without an update.
+    static void RequireUpdatable(const std::vector<std::unique_ptr<OpenTag>>& tags,
+                                 const std::string& tableName, StaleTags staleTags);
+
+    /// Puts in the keys of new records, tag by tag in their order. Tags that refuse equal keys are not looked
+    /// at for them. Damaged when a tag has an entry of one of the records already.
+    void Add(NewKeys& keys);
 
     /// The record is `after` where it was `before` (null: it is new). AlreadyExists when a candidate tag
     /// holds the new key for another record; Damaged when a tag does not hold what it must. The change set is

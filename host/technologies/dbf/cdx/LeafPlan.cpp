@@ -1,5 +1,7 @@
 #include "host/technologies/dbf/cdx/LeafPlan.h"
 
+#include <algorithm>
+
 namespace zu::dbf::cdx {
 namespace {
 
@@ -39,7 +41,8 @@ std::vector<std::size_t> PlanLeaves(const TreeEntries& entries, const KeyShape& 
     std::vector<std::size_t> ends;
     const std::size_t total = PackedSize(entries, shape, layout);
     // Only the first page is held back; what is left over goes into as few pages as it needs.
-    std::size_t room = total > leaf::kRoom && cut == Cut::Half ? total / 2 : leaf::kRoom;
+    std::size_t room =
+        total > leaf::kRoom && cut == Cut::Half ? std::min(total / 2, leaf::kRoom) : leaf::kRoom;
     std::size_t used = 0;
     std::size_t start = 0;
     for (std::size_t i = 0; i < entries.size(); ++i) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 #include "host/technologies/dbf/cdx/Damage.h"
 #include "host/technologies/dbf/cdx/InteriorPage.h"
@@ -17,6 +18,10 @@ namespace {
 // does not split it at once.
 constexpr std::size_t kJoinBelow = leaf::kRoom / 3;
 constexpr std::size_t kJoinedRoom = leaf::kRoom * 7 / 8;
+
+// Entries that are put into one leaf at once: what comes of it must fit into the memory of a page or two
+// dozen.
+constexpr std::size_t kLongestRun = 4096;
 
 std::uint32_t GreatestRecord(const TreeEntries& entries) {
     std::uint32_t greatest = 0;
@@ -309,6 +314,44 @@ bool TreeEditor::Insert(const std::byte* key, std::uint32_t record) {
     entries_.Insert(index, key, record);
     WriteLeaf(header, last && header.right == kNoPage ? Cut::Last : Cut::Half, last);
     return true;
+}
+
+std::size_t TreeEditor::InsertSorted(const KeySorter& keys, std::size_t from) {
+    Descend(keys.key(from), keys.record(from));
+    const PageHeader header = LoadLeaf(leaf_, entries_);
+    // The leaf takes what is not behind the entry that stands for it above; the last leaf takes everything.
+    std::size_t end = std::min(keys.size(), from + kLongestRun);
+    if (!path_.empty()) {
+        const Step& step = path_.back();
+        const InteriorPage page(pages_.Read(step.page), step.page, shape_);
+        const auto isBehind = [&](std::size_t at) {
+            return CompareEntries(keys.key(at), keys.record(at), page.key(step.index),
+                                  page.record(step.index), shape_.length) > 0;
+        };
+        if (!isBehind(from))
+            for (std::size_t at = from + 1; at < end; ++at)
+                if (isBehind(at)) end = at;
+    }
+    neighbour_.Clear();
+    std::size_t old = 0;
+    for (std::size_t at = from; at < end; ++at) {
+        const std::byte* key = keys.key(at);
+        const std::uint32_t record = keys.record(at);
+        while (old < entries_.size() &&
+               CompareEntries(entries_.key(old), entries_.record(old), key, record, shape_.length) < 0) {
+            neighbour_.Append(entries_.key(old), entries_.record(old));
+            ++old;
+        }
+        if (IsEntry(entries_, old, key, record))
+            FailDamaged(leaf_, "it already has the key of record " + std::to_string(record));
+        neighbour_.Append(key, record);
+    }
+    const bool last = old == entries_.size();
+    for (; old < entries_.size(); ++old)
+        neighbour_.Append(entries_.key(old), entries_.record(old));
+    std::swap(entries_, neighbour_);
+    WriteLeaf(header, last && header.right == kNoPage ? Cut::Last : Cut::Half, last);
+    return end - from;
 }
 
 bool TreeEditor::Remove(const std::byte* key, std::uint32_t record) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/technologies/dbf/cdx/CdxFormat.h"
+#include "host/technologies/dbf/cdx/KeySorter.h"
 #include "host/technologies/dbf/cdx/LeafLayout.h"
 #include "host/technologies/dbf/cdx/LeafPage.h"
 #include "host/technologies/dbf/cdx/LeafPlan.h"
@@ -25,6 +26,9 @@ public:
 
     /// False when the entry is there already.
     bool Insert(const std::byte* key, std::uint32_t record);
+    /// Puts in the entry at `from` and as many of those behind it as belong to the same leaf; answers how
+    /// many. Damaged when one of them is there already.
+    std::size_t InsertSorted(const KeySorter& keys, std::size_t from);
     /// False when there is no such entry.
     bool Remove(const std::byte* key, std::uint32_t record);
     /// The lowest record number that has this key.
@@ -73,7 +77,7 @@ private:
     LeafPage unpacked_;
     LeafLayout layout_;  ///< of the leaf that was loaded last
     TreeEntries entries_;
-    TreeEntries neighbour_;
+    TreeEntries neighbour_;  ///< of another page, or the entries of a leaf and new ones together
 };
 
 }  // namespace zu::dbf::cdx

@@ -12,6 +12,9 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 24;
 constexpr std::uint64_t kMark = 0x00314C4E524A555AULL;  // "ZUJRNL1\0" read as a little-endian number
+// What a body begins with that says from which record on keys are missing, and its length.
+constexpr std::byte kKeysMissing{kPartCount};
+constexpr std::size_t kKeysMissingSize = 5;
 // Bytes of the table file that no data and no other program's lock can reach.
 constexpr std::uint64_t kGateOffset = 0x7FFFFFFFFFFF0000ULL;
 constexpr std::uint64_t kUsersOffset = kGateOffset + 1;
@@ -178,31 +181,69 @@ bool Journal::MayHoldChange(files::FileSystem& system, const std::string& path) 
     }
 }
 
-bool Journal::Recover(const PartFiles& parts) {
-    if (!IsHot()) return false;
+std::optional<std::vector<std::byte>> Journal::ReadSection(std::uint64_t offset) const {
     const std::uint64_t size = file_->Size();
     std::byte header[kHeaderSize]{};
-    if (size < kHeaderSize || file_->ReadAt(0, header) != kHeaderSize) {
-        Empty();
-        return false;
-    }
+    if (file_->ReadAt(offset, header) != kHeaderSize || GetAt(header) != kMark) return std::nullopt;
     const std::uint64_t length = GetAt(header + 8);
-    if (length > size - kHeaderSize) {
-        Empty();
-        return false;
-    }
+    if (size < offset + kHeaderSize || length > size - offset - kHeaderSize) return std::nullopt;
     std::vector<std::byte> body(static_cast<std::size_t>(length));
-    ReadFully(*file_, kHeaderSize, body);
-    if (Checksum(body) != GetAt(header + 16)) {
-        Empty();
-        return false;
-    }
+    ReadFully(*file_, offset + kHeaderSize, body);
+    if (Checksum(body) != GetAt(header + 16)) return std::nullopt;
+    return body;
+}
+
+void Journal::Restore(std::span<const std::byte> body, const PartFiles& parts) {
     Undo(body, parts, path_);
-    if (durability_ == Durability::PowerCut)
-        for (files::File* file : parts.files)
-            if (file) file->Flush();
-    Empty();
-    return true;
+    if (durability_ != Durability::PowerCut) return;
+    for (files::File* file : parts.files)
+        if (file) file->Flush();
+}
+
+Journal::Recovery Journal::Recover(const PartFiles& parts) {
+    Recovery recovery;
+    start_ = 0;
+    if (!IsHot()) return recovery;
+    const auto body = ReadSection(0);
+    if (!body) {
+        Empty();
+    } else if (body->size() == kKeysMissingSize && body->front() == kKeysMissing) {
+        start_ = kHeaderSize + kKeysMissingSize;
+        if (const auto change = ReadSection(start_)) {
+            Restore(*change, parts);
+            ZeroMark(start_);
+            recovery.undone = true;
+        }
+        BodyReader reader(*body, path_);
+        reader.Bytes(1);
+        recovery.keysMissingFrom = static_cast<std::uint32_t>(reader.Number(4));
+    } else {
+        Restore(*body, parts);
+        Empty();
+        recovery.undone = true;
+    }
+    return recovery;
+}
+
+void Journal::BeginRecordsWithoutKeys(std::uint32_t from) {
+    if (!inside_)
+        throw Error(ErrorKind::Internal, "records are added by somebody who does not hold the gate");
+    // What an earlier change left behind this place must not be taken for a part of it.
+    ZeroMark(kHeaderSize + kKeysMissingSize);
+    buffer_.assign(kHeaderSize, std::byte{0});
+    buffer_.push_back(kKeysMissing);
+    Put<std::uint32_t>(buffer_, from);
+    Seal();
+    file_->WriteAt(0, buffer_);
+    start_ = buffer_.size();
+}
+
+// Completes what is in the buffer by its header.
+void Journal::Seal() {
+    const auto body = std::span(buffer_).subspan(kHeaderSize);
+    PutAt(buffer_.data(), kMark);
+    PutAt(buffer_.data() + 8, body.size());
+    PutAt(buffer_.data() + 16, Checksum(body));
 }
 
 void Journal::Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path) {
@@ -257,10 +298,7 @@ void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
         for (std::size_t i = 0; i < 4; ++i)
             buffer_[countAt + i] = static_cast<std::byte>(count >> (8 * i));
     }
-    const auto body = std::span(buffer_).subspan(kHeaderSize);
-    PutAt(buffer_.data(), kMark);
-    PutAt(buffer_.data() + 8, body.size());
-    PutAt(buffer_.data() + 16, Checksum(body));
+    Seal();
 }
 
 void Journal::Apply(const ChangeSet& changes, const PartFiles& parts) {
@@ -275,13 +313,13 @@ void Journal::Commit(const ChangeSet& changes, const PartFiles& parts) {
     if (changes.empty()) return;
     Note(changes, parts);
     try {
-        file_->WriteAt(0, buffer_);
+        file_->WriteAt(start_, buffer_);
         if (durability_ == Durability::PowerCut) file_->Flush();
     } catch (...) {
         // Nothing was overwritten yet. A journal that cannot be emptied undoes nothing later: it holds what
         // the files hold.
         try {
-            Empty();
+            ForgetChange();
         } catch (const Error&) {
             static_cast<void>(std::current_exception());
         }
@@ -296,16 +334,37 @@ void Journal::Commit(const ChangeSet& changes, const PartFiles& parts) {
     } catch (...) {
         // If putting back fails too, the journal stays and the next one to open the table does it.
         Undo(std::span(buffer_).subspan(kHeaderSize), parts, path_);
-        Empty();
+        ForgetChange();
         throw;
     }
 }
 
-void Journal::Empty() {
-    static constexpr std::byte kZeros[8]{};
-    file_->WriteAt(0, kZeros);
+// The length and the checksum go with the mark, so that nothing of them can complete a later header of which
+// only the beginning gets written.
+void Journal::ZeroMark(std::uint64_t offset) {
+    static constexpr std::byte kZeros[kHeaderSize]{};
+    file_->WriteAt(offset, kZeros);
     if (durability_ == Durability::PowerCut) file_->Flush();
-    if (file_->Size() > kKeepSize) file_->Truncate(0);
+}
+
+// A change that was undone, or never made: records without keys stay noted.
+void Journal::ForgetChange() {
+    if (start_ == 0)
+        Empty();
+    else
+        ZeroMark(start_);
+}
+
+void Journal::Empty() {
+    ZeroMark(0);
+    start_ = 0;
+    if (file_->Size() <= kKeepSize) return;
+    try {
+        file_->Truncate(0);
+    } catch (const Error&) {
+        // It only takes room; what it says is nothing already.
+        static_cast<void>(std::current_exception());
+    }
 }
 
 }  // namespace zu::dbf::transaction

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -33,6 +34,12 @@ enum class Durability { Process, PowerCut };
 ///                      the old bytes
 /// A body that does not fit its checksum was never finished; nothing was overwritten then.
 ///
+/// While records are added as a batch, the body is another one:
+///              1  the number 3
+///              4  number of the first record that has no keys in the index yet
+/// and a change that puts these keys in is noted behind it in the same form as above. Such records are never
+/// undone: the change behind is, and then the keys are put in anew.
+///
 /// The gate is a byte far behind the end of the table file, locked while a change is under way. Every writer
 /// passes it first, so that there is one change at a time and nobody builds on a change that must be undone.
 /// A second byte is held in common by all who have the journal open; the last of them removes the file.
@@ -51,9 +58,17 @@ public:
 
     /// There is a change to undo. Only the holder of the gate can rely on the answer.
     bool IsHot() const;
+    /// What Recover has found.
+    struct Recovery {
+        bool undone = false;  ///< bytes were put back
+        /// Records from this one on have no keys yet; the journal goes on saying so until the next Commit.
+        std::optional<std::uint32_t> keysMissingFrom;
+    };
     /// Undoes the change that the journal holds, if any, and empties it. The caller holds the gate.
-    /// True when something was undone.
-    bool Recover(const PartFiles& parts);
+    Recovery Recover(const PartFiles& parts);
+
+    /// From here on records from number `from` on are added without keys; the next Commit puts these in.
+    void BeginRecordsWithoutKeys(std::uint32_t from);
 
     /// Makes all writes of `changes`, or none of them: on a failure the old bytes are put back and the error
     /// is thrown on. The caller holds the gate.
@@ -67,9 +82,14 @@ public:
 
 private:
     static bool HasMark(const files::File& file);
+    std::optional<std::vector<std::byte>> ReadSection(std::uint64_t offset) const;
+    void Restore(std::span<const std::byte> body, const PartFiles& parts);
+    void ZeroMark(std::uint64_t offset);
     void Note(const ChangeSet& changes, const PartFiles& parts);
     static void Apply(const ChangeSet& changes, const PartFiles& parts);
     static void Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path);
+    void Seal();
+    void ForgetChange();
     void Empty();
 
     void Open();
@@ -81,6 +101,7 @@ private:
     Durability durability_;
     std::unique_ptr<files::File> file_;
     std::vector<std::byte> buffer_;  // header and body of the change under way; kept for its memory
+    std::uint64_t start_ = 0;        // where the next change is noted: behind what is said of missing keys
     bool inside_ = false;
 };
 

@@ -6,7 +6,7 @@
 
 namespace zu::dbf::write {
 
-Change::Change(WriteFiles& files) : files_(files), undoneOther_(files.Enter()) {}
+Change::Change(WriteFiles& files) : files_(files), recovery_(files.Enter()) {}
 
 Change::~Change() {
     while (!locks_.empty())
@@ -40,6 +40,7 @@ void Change::LockIndex() {
 
 void Change::Commit() {
     files_.journal().Commit(writes_, files_.parts());
+    writes_.Clear();
 }
 
 }  // namespace zu::dbf::write

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "host/technologies/dbf/locking/FileLock.h"
@@ -22,7 +24,10 @@ public:
     Change& operator=(const Change&) = delete;
 
     /// A change of a process that died was undone on the way in: whoever holds copies must read again.
-    bool undoneOther() const noexcept { return undoneOther_; }
+    bool undoneOther() const noexcept { return recovery_.undone; }
+    /// A process that died has added records from this one on that have no keys yet. They must be given keys
+    /// before anything else is changed; see CompleteRecords.
+    std::optional<std::uint32_t> keysMissingFrom() const noexcept { return recovery_.keysMissingFrom; }
 
     void LockHeader();
     void LockRecord(std::uint32_t number);
@@ -30,14 +35,16 @@ public:
     void LockIndex();
 
     transaction::ChangeSet& writes() noexcept { return writes_; }
-    /// Makes all writes or none.
+    /// Makes all writes or none; further writes are another change under the same locks.
     void Commit();
+    /// From here on records from number `from` on are added without keys; the next Commit puts these in.
+    void BeginRecordsWithoutKeys(std::uint32_t from) { files_.journal().BeginRecordsWithoutKeys(from); }
 
 private:
     void Take(files::File& file, const locking::LockRanges& ranges, const std::string& what);
 
     WriteFiles& files_;
-    bool undoneOther_;
+    transaction::Journal::Recovery recovery_;
     transaction::ChangeSet writes_;
     std::vector<locking::FileLock> locks_;
 };

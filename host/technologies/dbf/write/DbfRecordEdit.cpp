@@ -9,9 +9,8 @@
 
 #include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/DbfFormat.h"
-#include "host/technologies/dbf/write/HeaderDate.h"
+#include "host/technologies/dbf/write/AppendBatch.h"
 #include "portable/error/Error.h"
-#include "portable/text/Utf.h"
 
 namespace zu::dbf::write {
 namespace {
@@ -157,8 +156,9 @@ bool DbfRecordEdit::ChangedByOther(std::size_t field, const std::byte* now) {
 }
 
 bool DbfRecordEdit::SaveChanged() {
+    if (table_.batch != nullptr) table_.batch->EndRun();
     Change change(table_.files);
-    if (change.undoneOther()) table_.records.Refresh();
+    TakeOver(change, table_);
     change.LockRecord(number_);
     std::vector<std::byte> now(table_.header.recordLength);
     if (table_.files.table().ReadAt(OffsetOf(number_), now) != now.size())
@@ -177,7 +177,8 @@ bool DbfRecordEdit::SaveChanged() {
         if (now[0] != original_[0]) return false;
         merged[0] = current_[0];
     }
-    StoreMemos(change, merged.data());
+    if (!memos_.empty()) change.LockMemo();
+    StoreMemos(change.writes(), merged.data());
     UpdateIndex(change, now.data(), merged.data(), number_);
     change.writes().Write(transaction::Part::Table, OffsetOf(number_), merged);
     change.Commit();
@@ -186,63 +187,45 @@ bool DbfRecordEdit::SaveChanged() {
     return true;
 }
 
-// The file says how many records there are, not its header: a process may have died between the two. Bytes
-// behind the stated records count only when each of them begins like a record.
-std::uint32_t DbfRecordEdit::CountRecords() const {
-    const files::File& file = table_.files.table();
-    std::array<std::byte, 4> bytes{};
-    file.ReadAt(header::kRecordCount, bytes);
-    const auto stated = LoadLittle<std::uint32_t>(bytes.data());
-    const std::uint64_t size = file.Size();
-    const std::uint64_t whole = size <= table_.header.headerLength
-                                    ? 0
-                                    : (size - table_.header.headerLength) / table_.header.recordLength;
-    if (whole < stated)
-        throw Error(ErrorKind::Damaged, "Nothing is added to the table " + table_.layout.record.tableName +
-                                            ": its header counts " + std::to_string(stated) +
-                                            " records, but the file holds only " + std::to_string(whole) +
-                                            ". Repair the table first.");
-    std::uint32_t count = stated;
-    for (; count < whole; ++count) {
-        std::array<std::byte, 1> mark{};
-        file.ReadAt(OffsetOf(count + 1), mark);
-        const auto byte = std::to_integer<std::uint8_t>(mark[0]);
-        if (byte != kLiveMark && byte != kDeletedMark) break;
-    }
-    return count;
-}
-
 void DbfRecordEdit::SaveNew() {
+    if (table_.batch != nullptr && table_.batch->isOpen()) {
+        SaveInBatch();
+        return;
+    }
     Change change(table_.files);
-    if (change.undoneOther()) table_.records.Refresh();
+    TakeOver(change, table_);
     change.LockHeader();
-    const std::uint32_t number = CountRecords() + 1;
+    const std::uint32_t number = CountRecords(table_) + 1;
     change.LockRecord(number);
     std::vector<std::byte> record = current_;
-    DrawNumbers(change, record.data());
-    StoreMemos(change, record.data());
+    DrawNumbers(change.writes(), record.data());
+    if (!memos_.empty()) change.LockMemo();
+    StoreMemos(change.writes(), record.data());
     UpdateIndex(change, nullptr, record.data(), number);
     std::vector<std::byte> written = record;
     written.push_back(std::byte{kEndOfFile});
     change.writes().Write(transaction::Part::Table, OffsetOf(number), written);
-    WriteHeader(change, number);
+    WriteCount(change, table_, number);
     change.Commit();
+    table_.records.NoteOwnRecords(number);
     if (table_.indexes) table_.indexes->TakeOwnChange();
     Settle(number, std::move(record));
 }
 
-// The date of the last change and the number of records lie side by side: they are one write.
-void DbfRecordEdit::WriteHeader(Change& change, std::uint32_t count) {
-    std::array<std::byte, 7> bytes{};
-    const auto date = HeaderDate(table_.header.version, Today());
-    std::copy(date.begin(), date.end(), bytes.begin());
-    StoreLittle(bytes.data() + 3, count);
-    change.writes().Write(transaction::Part::Table, header::kYear, bytes);
+void DbfRecordEdit::SaveInBatch() {
+    std::uint32_t number = 0;
+    table_.batch->Next(number);
+    transaction::ChangeSet writes;
+    std::vector<std::byte> record = current_;
+    DrawNumbers(writes, record.data());
+    StoreMemos(writes, record.data());
+    table_.batch->Append(record, writes);
+    Settle(number, std::move(record));
 }
 
 // Numbers of auto-increment fields are drawn from the file under the header lock, never from what was read
 // when the table was opened.
-void DbfRecordEdit::DrawNumbers(Change& change, std::byte* record) {
+void DbfRecordEdit::DrawNumbers(transaction::ChangeSet& writes, std::byte* record) {
     const auto& descriptors = table_.header.fields;
     for (std::size_t i = 0; i < descriptors.size(); ++i) {
         if ((descriptors[i].flags & kAutoIncrement) != kAutoIncrement || descriptors[i].step == 0) continue;
@@ -252,14 +235,13 @@ void DbfRecordEdit::DrawNumbers(Change& change, std::byte* record) {
         table_.files.table().ReadAt(offset, bytes);
         std::memcpy(record + descriptors[i].offset, bytes.data(), bytes.size());
         StoreLittle(bytes.data(), LoadLittle<std::uint32_t>(bytes.data()) + descriptors[i].step);
-        change.writes().Write(transaction::Part::Table, offset, bytes);
+        writes.Write(transaction::Part::Table, offset, bytes);
     }
 }
 
-void DbfRecordEdit::StoreMemos(Change& change, std::byte* record) {
+void DbfRecordEdit::StoreMemos(transaction::ChangeSet& writes, std::byte* record) {
     if (memos_.empty()) return;
-    change.LockMemo();
-    const auto updater = MemoUpdater::Open(*table_.files.memo(), MemoFormatInUse());
+    const auto updater = MemoUpdater::Open(*table_.files.memo(), MemoFormatInUse(table_));
     for (const auto& [field, memo] : memos_) {
         const auto& layout = table_.layout.record.fields[field];
         const bool isNull = Bit(current_.data() + table_.layout.record.nullFlagsOffset, layout.nullBit);
@@ -270,25 +252,19 @@ void DbfRecordEdit::StoreMemos(Change& change, std::byte* record) {
                 : updater->Store(memo.content,
                                  table_.layout.kinds[field] == FieldKind::MemoText ? MemoContent::Text
                                                                                    : MemoContent::Binary,
-                                 old, change.writes());
+                                 old, writes);
         if (block != old || block == 0) encoder_.fields().SetMemoBlock(record, field, block);
         SetBit(record + table_.layout.record.nullFlagsOffset, layout.nullBit, isNull);
     }
-}
-
-MemoFormat DbfRecordEdit::MemoFormatInUse() const {
-    if (table_.header.version.memo != MemoFormat::None) return table_.header.version.memo;
-    // Versions without a memo file of their own take the one that lies there, by its extension.
-    const std::string extension = text::ToUtf8(
-        text::ToUtf16(table_.files.memo()->path().substr(table_.files.memo()->path().size() - 3)));
-    return extension == "fpt" || extension == "FPT" ? MemoFormat::Fpt : MemoFormat::Dbt3;
 }
 
 void DbfRecordEdit::UpdateIndex(Change& change, const std::byte* before, const std::byte* after,
                                 std::uint32_t number) {
     if (table_.indexes == nullptr) return;
     change.LockIndex();
-    if (table_.indexes->IsOutdated()) {
+    // Records that came without keys show in the probe.
+    const bool foreign = before == nullptr && table_.records.known() != number - 1;
+    if (foreign || table_.indexes->IsOutdated()) {
         table_.records.Refresh();
         table_.indexes->Refresh();
     }

@@ -39,15 +39,13 @@ private:
 
     bool SaveChanged();
     void SaveNew();
+    void SaveInBatch();
     bool ChangedByOther(std::size_t field, const std::byte* now);
     void CopyField(std::size_t field, const std::byte* from, std::byte* to) const;
-    void StoreMemos(Change& change, std::byte* record);
+    void StoreMemos(transaction::ChangeSet& writes, std::byte* record);
     void UpdateIndex(Change& change, const std::byte* before, const std::byte* after, std::uint32_t number);
-    void DrawNumbers(Change& change, std::byte* record);
-    void WriteHeader(Change& change, std::uint32_t count);
-    MemoFormat MemoFormatInUse() const;
+    void DrawNumbers(transaction::ChangeSet& writes, std::byte* record);
     std::uint64_t OffsetOf(std::uint32_t number) const noexcept;
-    std::uint32_t CountRecords() const;
     void Settle(std::uint32_t number, std::vector<std::byte> bytes);
     void RequireField(std::size_t field) const;
 

@@ -10,6 +10,8 @@
 
 namespace zu::dbf::write {
 
+class AppendBatch;
+
 /// What an edit needs of its open table. Everything referred to outlives the edit.
 struct EditedTable {
     const DbfHeader& header;
@@ -19,6 +21,7 @@ struct EditedTable {
     cdx::IndexSet* indexes;  ///< null: the table has no production index
     WriteFiles& files;
     bool blankNumbersAreNull;
+    AppendBatch* batch = nullptr;  ///< null: records are only added one by one
 };
 
 }  // namespace zu::dbf::write

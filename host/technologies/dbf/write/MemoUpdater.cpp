@@ -54,6 +54,12 @@ public:
         return static_cast<std::uint32_t>(block);
     }
 
+    void CountBlocks(ChangeSet& changes) override {
+        std::array<std::byte, 4> bytes{};
+        StoreNextFree(bytes.data(), static_cast<std::uint32_t>(NextFree(changes)));
+        changes.Write(Part::Memo, 0, bytes);
+    }
+
 protected:
     /// Bytes that are stored besides the content.
     virtual std::size_t overhead() const noexcept = 0;

@@ -31,6 +31,8 @@ public:
     /// has no more block numbers.
     virtual std::uint32_t Store(std::string_view content, MemoContent kind, std::uint32_t oldBlock,
                                 transaction::ChangeSet& changes) = 0;
+    /// Lets the header count all blocks that are in the file.
+    virtual void CountBlocks(transaction::ChangeSet& changes) = 0;
 };
 
 }  // namespace zu::dbf::write

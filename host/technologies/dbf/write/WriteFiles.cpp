@@ -37,7 +37,7 @@ transaction::PartFiles WriteFiles::parts() const noexcept {
     return parts;
 }
 
-bool WriteFiles::Enter() {
+transaction::Journal::Recovery WriteFiles::Enter() {
     if (!locking::RetryUntil(settings_.wait, [this] { return journal_.TryEnter(); }))
         throw Error(ErrorKind::Locked,
                     "The table " + table_->path() + " is being changed by another process; it was " +
@@ -50,8 +50,8 @@ bool WriteFiles::Enter() {
     }
 }
 
-bool RecoverTable(files::FileSystem& system, const TablePaths& paths) {
-    if (!transaction::Journal::MayHoldChange(system, paths.journal())) return false;
+transaction::Journal::Recovery RecoverTable(files::FileSystem& system, const TablePaths& paths) {
+    if (!transaction::Journal::MayHoldChange(system, paths.journal())) return {};
     const auto table = system.Open(paths.table, kForWriting);
     const auto memo = OpenPart(system, paths.memo);
     const auto index = OpenPart(system, paths.index);
@@ -62,7 +62,7 @@ bool RecoverTable(files::FileSystem& system, const TablePaths& paths) {
     // The process that has left the journal is gone, so it matters little how much is made sure: putting the
     // old bytes back can be done again.
     transaction::Journal journal(system, paths.journal(), *table, transaction::Durability::PowerCut);
-    if (!journal.TryEnter()) return false;
+    if (!journal.TryEnter()) return {};
     return journal.Recover(parts);
 }
 

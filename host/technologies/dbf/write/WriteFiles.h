@@ -40,8 +40,8 @@ public:
     const locking::LockedTable& lockedTable() const noexcept { return lockedTable_; }
 
     /// Passes the gate, waiting as long as the settings say, and undoes what a process that died has left
-    /// half-done. Answers whether something was undone. Locked when the wait is over.
-    bool Enter();
+    /// half-done. Locked when the wait is over.
+    transaction::Journal::Recovery Enter();
     void Leave() noexcept { journal_.Leave(); }
 
 private:
@@ -54,8 +54,8 @@ private:
 };
 
 /// Undoes what a process that died while it wrote to the table has left half-done, before the table is read.
-/// Does nothing when there is no journal, or when it belongs to a process that is at work. Answers whether
-/// something was undone; errors when something must be undone and cannot be.
-bool RecoverTable(files::FileSystem& system, const TablePaths& paths);
+/// Does nothing when there is no journal, or when it belongs to a process that is at work. Errors when
+/// something must be undone and cannot be.
+transaction::Journal::Recovery RecoverTable(files::FileSystem& system, const TablePaths& paths);
 
 }  // namespace zu::dbf::write
