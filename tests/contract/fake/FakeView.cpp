@@ -23,6 +23,14 @@ STDMETHODIMP FakeField::get_Type(LONG* result) {
     return Answer("ZuDataField.Type", "", result, [&] { return content_.type; });
 }
 
+STDMETHODIMP FakeField::get_Decimals(LONG* result) {
+    return Answer("ZuDataField.Decimals", "", result, [&] { return content_.decimals; });
+}
+
+STDMETHODIMP FakeField::get_Size(LONG* result) {
+    return Answer("ZuDataField.Size", "", result, [&] { return content_.size; });
+}
+
 STDMETHODIMP FakeFields::get_Item(VARIANT index, ZuDataField** result) {
     const auto& fields = Scene().FieldsOf(table_);
     LONG number = -1;

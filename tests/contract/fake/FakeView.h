@@ -18,6 +18,8 @@ public:
     STDMETHODIMP get_Value(VARIANT* result) override;
     STDMETHODIMP put_Value(VARIANT value) override;
     STDMETHODIMP get_Type(LONG* result) override;
+    STDMETHODIMP get_Decimals(LONG* result) override;
+    STDMETHODIMP get_Size(LONG* result) override;
 
 private:
     FieldContent content_;

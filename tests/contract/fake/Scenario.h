@@ -16,7 +16,9 @@ namespace zu::fake {
 struct FieldContent {
     std::wstring name;
     LONG type = VT_BSTR;
-    com::Variant value;
+    com::Variant value = com::Variant();
+    LONG size = 10;
+    LONG decimals = 0;
 };
 
 /// What the fake engine of one thread is made of, for a test to change before its call.
