@@ -11,6 +11,10 @@ using com::Variant;
 
 namespace {
 
+/// The flags of a selection: True as a number, and False.
+constexpr LONG kForUpdate = -1;
+constexpr LONG kForReading = 0;
+
 /// No limit on the records of the grid; `flag` as the table's selections take it.
 SelectionLimits AllRecords(LONG flag, const VARIANT* fieldNames) {
     return SelectionLimits{0, flag, Given(fieldNames)};
@@ -31,7 +35,7 @@ STDMETHODIMP Functions::DbfEdit(VARIANT TableDefn, BSTR Title, VARIANT Condition
                                 VARIANT_BOOL AllowUndelete, VARIANT_BOOL* Result) {
     return Trapped(Result, [&] {
         const ComPtr<ZuDataView> view =
-            LookUpRecords(TableDefn, Condition, Variant(false), AllRecords(1, FieldNames));
+            LookUpRecords(TableDefn, Condition, Variant(false), AllRecords(kForUpdate, FieldNames));
         if (!view) return false;
         frmDBFEdit form;
         form.DisplayEdit(com::View(Title), view, true, AllowUndelete != VARIANT_FALSE,
@@ -45,7 +49,7 @@ STDMETHODIMP Functions::DbfPick(VARIANT TableDefn, BSTR Title, BSTR Condition, L
                                 VARIANT* Result) {
     return Trapped(Result, [&] {
         const ComPtr<ZuDataView> view =
-            LookUpRecords(TableDefn, GivenText(Condition), Variant(true), AllRecords(0, FieldNames));
+            LookUpRecords(TableDefn, GivenText(Condition), Variant(true), AllRecords(kForReading, FieldNames));
         ComPtr<ZuDataView> picked;
         {
             frmDBFEdit form;

@@ -68,6 +68,8 @@ void frmDBFEdit::CreateWindows(std::wstring_view caption) {
     Create({L"frmDBFEdit", WS_POPUP | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT, 0,
             COLOR_BTNFACE},
            title.c_str(), owner_, RECT{0, 0, 600, 400});
+    // The engine shows its messages over the form while this is set.
+    SetPropW(handle(), L"Zuengine.ShowsMessages", handle());
     grid_ = std::make_unique<fgGrid>(*session_, *this);
     grid_->Open(handle(), kGridId);
     picture_.Open(L"Picture1", handle(), kPictureId);
@@ -238,6 +240,7 @@ LRESULT frmDBFEdit::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             break;
         case WM_DESTROY:
+            RemovePropW(handle(), L"Zuengine.ShowsMessages");
             OnDestroyed();
             return 0;
         default:

@@ -1,6 +1,7 @@
 // The messages half of the engine object.
 #include "com/Bstr.h"
 #include "host/engine/EngineState.h"
+#include "host/engine/FormMessage.h"
 #include "host/engine/MessageCatalogue.h"
 #include "host/engine/Reporting.h"
 #include "host/engine/Zuproject.h"
@@ -28,7 +29,11 @@ HRESULT Zuproject::ClearLastError() noexcept {
 }
 
 HRESULT Zuproject::RaiseError(LONG Code, SAFEARRAY** Arguments) noexcept {
-    return Guarded([&] { ThreadMessages().Report(Code, TextFor(Code, Arguments)); });
+    return Guarded([&] {
+        const std::wstring text = TextFor(Code, Arguments);
+        ThreadMessages().Report(Code, text);
+        if (EngineState::Current().interactive) ShowOverForm(text);
+    });
 }
 
 HRESULT Zuproject::MessageText(LONG Code, SAFEARRAY** Arguments, BSTR* Result) noexcept {

@@ -1,5 +1,6 @@
 #include "tests/contract/fake/FakeEngine.h"
 
+#include <array>
 #include <cstdio>
 
 #include "tests/contract/fake/FakeDatabaseService.h"
@@ -79,6 +80,22 @@ STDMETHODIMP FakeEngine::RaiseError(LONG code, SAFEARRAY** arguments) {
 STDMETHODIMP FakeEngine::DatabaseService(IDispatch** result) {
     return Answer("ZuEngineData.DatabaseService", "", result,
                   [] { return Make<FakeDatabaseService>().detach(); });
+}
+
+STDMETHODIMP FakeEngine::MessageText(LONG code, SAFEARRAY** arguments, BSTR* result) {
+    std::array<char, 16> number{};
+    std::snprintf(number.data(), number.size(), "0x%08lX", static_cast<unsigned long>(code));
+    const std::string text = std::string(number.data()) + ", " + Show(arguments);
+    return Answer("ZuEngineMessages.MessageText", text, result,
+                  [&] { return com::NewBstr(std::wstring(text.begin(), text.end())); });
+}
+
+STDMETHODIMP FakeEngine::DecimalPlaces(LONG type, LONG* result) {
+    return Answer("ZuEngineData.DecimalPlaces", Show(type), result, [] { return LONG{3}; });
+}
+
+STDMETHODIMP FakeEngine::OwnerWindow(LONG* result) {
+    return Answer("ZuEngineUserInterface.OwnerWindow", "", result, [] { return LONG{0}; });
 }
 
 }  // namespace zu::fake

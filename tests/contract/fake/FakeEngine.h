@@ -31,6 +31,9 @@ public:
 
     STDMETHODIMP Trace(BSTR text) override;
     STDMETHODIMP RaiseError(LONG code, SAFEARRAY** arguments) override;
+    STDMETHODIMP MessageText(LONG code, SAFEARRAY** arguments, BSTR* result) override;
+    STDMETHODIMP DecimalPlaces(LONG type, LONG* result) override;
+    STDMETHODIMP OwnerWindow(LONG* result) override;
 
 private:
     int routineCalls_ = 0;
