@@ -1,16 +1,43 @@
 #include "component/textio/TextExport.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <type_traits>
 
 #include "component/textio/FieldCells.h"
 #include "component/textio/TextFile.h"
+#include "idl/RecordRuns.h"
 #include "portable/error/Error.h"
 
 namespace zu::component {
 
 namespace {
+
+/// Records that are read at once.
+constexpr ULONG kRun = 256;
+
+/// Fields of other types are written as their text, which only automation can make.
+bool HaveCells(const std::vector<textio::ExportField>& fields) noexcept {
+    const auto hasCell = [](const textio::ExportField& field) {
+        switch (static_cast<textio::FieldType>(field.type)) {
+            case textio::FieldType::Integer16:
+            case textio::FieldType::Integer32:
+            case textio::FieldType::Single:
+            case textio::FieldType::Double:
+            case textio::FieldType::Currency:
+            case textio::FieldType::Date:
+            case textio::FieldType::Text:
+            case textio::FieldType::Boolean:
+            case textio::FieldType::Decimal:
+            case textio::FieldType::Byte:
+            case textio::FieldType::LongText:
+                return true;
+        }
+        return false;
+    };
+    return std::all_of(fields.begin(), fields.end(), hasCell);
+}
 
 /// The line in hand: straight in the file's buffer where each character is a byte.
 template <class Char>
@@ -88,11 +115,40 @@ void TextExport::Write(DataView& view) {
     writer_.Flush();
 }
 
+bool TextExport::WriteRuns(DataView& view, textio::FieldRenderer<char>& renderer) {
+    const com::ComPtr<RecordRuns> runs = com::Share(view.get()).tryAs<RecordRuns>();
+    if (!runs) return false;
+    const UINT codePage = encoding_.page().number();
+    for (std::uint64_t record = 1;;) {
+        const textio::Cell* cells = nullptr;
+        ULONG count = 0;
+        const HRESULT read = runs->ReadRun(codePage, kRun, &cells, &count);
+        if (read == E_NOTIMPL && record == 1) return false;
+        com::Check(read);
+        if (count == 0) return true;
+        for (ULONG row = 0; row < count; ++row, ++record) {
+            try {
+                renderer.RenderLine(cells, writer_.buffer());
+            } catch (const Error& error) {
+                throw Error(error.kind(), "Record " + std::to_string(record) + ": " + error.what());
+            }
+            writer_.LineDone();
+            cells += renderer.fieldCount();
+        }
+    }
+}
+
 template <class Char>
 void TextExport::WriteRecords(DataView& view) {
     view.MoveFirst();
     FieldCells cells(view);
     textio::FieldRenderer<Char> renderer(format_, cells.fields(), encoding_);
+    if constexpr (std::is_same_v<Char, char>) {
+        if (HaveCells(cells.fields()) && WriteRuns(view, renderer)) {
+            missing_ += renderer.missingCharacters();
+            return;
+        }
+    }
     LineTarget<Char> line(writer_, encoding_);
     for (std::uint64_t record = 1; !view.Eof(); ++record) {
         try {

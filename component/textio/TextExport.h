@@ -7,6 +7,7 @@
 #include "portable/textio/BlockWriter.h"
 #include "portable/textio/Encoding.h"
 #include "portable/textio/ExportFormat.h"
+#include "portable/textio/FieldRenderer.h"
 
 namespace zu::component {
 
@@ -26,6 +27,8 @@ public:
 private:
     template <class Char>
     void WriteRecords(DataView& view);
+    /// Whole runs of records at once, where the view can; false when it cannot, and nothing was written.
+    bool WriteRuns(DataView& view, textio::FieldRenderer<char>& renderer);
 
     const textio::ExportFormat& format_;
     textio::Encoding encoding_;

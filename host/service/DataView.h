@@ -3,13 +3,25 @@
 #include <memory>
 
 #include "host/service/ViewMembers.h"
+#include "host/technologies/Batch.h"
+#include "host/technologies/RowCells.h"
+#include "idl/RecordRuns.h"
 
 namespace zu::host {
 
 /// A view as tables hand it out: the records of a selection, or the layout of a table without records.
-class DataView final : public ViewMembers<com::DualObject<DataView, ZuDataView>> {
+class DataView final : public ViewMembers<com::DualObject<DataView, ZuDataView, RecordRuns, RecordBatch>> {
 public:
     using ViewMembers::ViewMembers;
+
+    HRESULT STDMETHODCALLTYPE ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
+                                      ULONG* records) noexcept override;
+    HRESULT STDMETHODCALLTYPE BeginBatch() noexcept override;
+    HRESULT STDMETHODCALLTYPE EndBatch() noexcept override;
+
+private:
+    technologies::RowCells run_;
+    std::unique_ptr<technologies::Batch> batch_;
 };
 
 /// A view of `records` that stands on the first one.

@@ -8,6 +8,14 @@
 
 namespace zu::host {
 
+bool RecordSet::ReadRow(std::size_t, technologies::RowCells&) {
+    return false;
+}
+
+std::unique_ptr<technologies::Batch> RecordSet::BeginBatch() {
+    return std::make_unique<technologies::Batch>();
+}
+
 void RecordSet::RefuseChange(const std::string& what) const {
     throw Error(ErrorKind::Unsupported,
                 "Table " + text::ToUtf8(com::AsUtf16(tableName())) + " can only be read: cannot " + what);

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "host/service/ViewField.h"
+#include "host/technologies/Batch.h"
 #include "host/technologies/RecordEdit.h"
+#include "host/technologies/RowCells.h"
 #include "host/technologies/Value.h"
 
 namespace zu::host {
@@ -35,6 +37,10 @@ public:
     virtual std::size_t Count() = 0;
 
     virtual void Read(std::size_t record, std::size_t field, technologies::Value& out) = 0;
+    /// Adds all fields of a record to `out`; false when the set cannot.
+    virtual bool ReadRow(std::size_t record, technologies::RowCells& out);
+    /// Begins a batch of new records; it must not outlive the set.
+    virtual std::unique_ptr<technologies::Batch> BeginBatch();
     /// The record's number in its table, from 1; 0 for a record outside a table.
     virtual std::uint32_t RecordNumber(std::size_t record) = 0;
     virtual bool IsDeleted(std::size_t record) = 0;

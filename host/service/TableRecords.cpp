@@ -25,6 +25,14 @@ void TableRecords::Read(std::size_t record, std::size_t field, technologies::Val
     table_->ReadValue(numbers_.at(record), chosen_.at(field), out);
 }
 
+bool TableRecords::ReadRow(std::size_t record, technologies::RowCells& out) {
+    return table_->ReadRow(numbers_.at(record), chosen_, out);
+}
+
+std::unique_ptr<technologies::Batch> TableRecords::BeginBatch() {
+    return table_->BeginBatch();
+}
+
 bool TableRecords::IsDeleted(std::size_t record) {
     return table_->IsDeleted(numbers_.at(record));
 }

@@ -22,6 +22,8 @@ public:
     const ViewFields& fields() const noexcept override { return fields_; }
     std::size_t Count() override { return numbers_.size(); }
     void Read(std::size_t record, std::size_t field, technologies::Value& out) override;
+    bool ReadRow(std::size_t record, technologies::RowCells& out) override;
+    std::unique_ptr<technologies::Batch> BeginBatch() override;
     std::uint32_t RecordNumber(std::size_t record) override { return numbers_.at(record); }
     bool IsDeleted(std::size_t record) override;
 

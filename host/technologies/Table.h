@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "host/technologies/Batch.h"
 #include "host/technologies/RecordEdit.h"
+#include "host/technologies/RowCells.h"
 #include "host/technologies/Value.h"
 #include "portable/error/Error.h"
 
@@ -79,6 +81,10 @@ public:
     virtual std::optional<std::size_t> FindIndex(std::string_view name) = 0;
     /// The tag that index building makes, else the first one that can be used.
     virtual std::optional<std::size_t> DefaultIndex() = 0;
+
+    /// Adds the values of the fields `chosen` of a record to `out`, for work on very many records. False when
+    /// a value has no form there; `out` may then hold some of the record.
+    virtual bool ReadRow(std::uint32_t record, std::span<const std::size_t> chosen, RowCells& out);
 
     /// The records that meet the selection. A faulty condition is a `Syntax` error with its position.
     virtual std::vector<std::uint32_t> Select(const Selection& selection) = 0;

@@ -57,6 +57,8 @@ public:
 
     bool IsDeleted(std::uint32_t record) override;
     void ReadValue(std::uint32_t record, std::size_t field, technologies::Value& out) override;
+    bool ReadRow(std::uint32_t record, std::span<const std::size_t> chosen,
+                 technologies::RowCells& out) override;
 
     const std::vector<technologies::IndexDescription>& indexes() override;
     std::optional<std::size_t> FindIndex(std::string_view name) override;

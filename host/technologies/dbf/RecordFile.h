@@ -52,6 +52,9 @@ public:
     /// Until the next Refresh there seem to be at most `count` records.
     void LimitTo(std::uint32_t count) noexcept { count_ = count < count_ ? count : count_; }
 
+    /// Records stay where they are until the next Refresh.
+    bool isMapped() const noexcept { return mapped_ != nullptr; }
+
     /// As of the last Refresh.
     std::uint32_t Count() override { return count_; }
     /// Damaged when another process has cut the file meanwhile.
