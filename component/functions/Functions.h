@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/Object.h"
+#include "com/ScriptNumber.h"
 #include "idl/ZuDBFFunctions.h"
 
 namespace zu::component {
@@ -12,6 +13,8 @@ class Functions final : public com::DualObject<Functions, _Functions> {
 public:
     static CLSID classId() noexcept { return __uuidof(::Functions); }
     static com::DispatchOptions dispatchOptions() noexcept;
+    /// Callers by name get decimals as doubles where nothing is lost.
+    static void adjustDispatchResult(VARIANT& result) noexcept { com::MakeUsableForScripts(result); }
 
     // OpenAndSelect.cpp
     STDMETHODIMP DbfOpen(VARIANT TableDefn, _ZuDbRef** Result) override;

@@ -9,6 +9,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/ScriptNumber.h"
 #include "host/engine/DefaultValue.h"
 #include "host/engine/TruthValue.h"
 #include "portable/calendar/Calendar.h"
@@ -22,8 +23,6 @@ using technologies::Value;
 
 /// Midnight of 1 January 100, where automation dates begin.
 constexpr double kFirstDate = -657434.0;
-/// Digits that a double holds without loss.
-constexpr std::uint64_t kFifteenDigits = 999'999'999'999'999ULL;
 
 com::Variant Scalar(VARTYPE type) {
     VARIANT value;
@@ -374,13 +373,7 @@ void FitToField(Value& value, const technologies::FieldDescription& field) {
 }
 
 void MakeUsableForScripts(VARIANT& value) noexcept {
-    if (value.vt != VT_DECIMAL || value.decVal.Hi32 != 0 || value.decVal.Lo64 > kFifteenDigits) return;
-    DECIMAL exact = value.decVal;
-    double number = 0;
-    if (FAILED(VarR8FromDec(&exact, &number))) return;
-    VariantInit(&value);
-    value.vt = VT_R8;
-    value.dblVal = number;
+    com::MakeUsableForScripts(value);
 }
 
 }  // namespace zu::host

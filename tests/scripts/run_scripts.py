@@ -34,8 +34,8 @@ def main():
 
     facts = prepare(options.work / "tables", options.bin / "zugenerate.exe")
     hosts = {
-        "zurun": ([options.bin / "zurun.exe"], ("shared", "zurun")),
-        "cscript": (["cscript", "//nologo"], ("shared",)),
+        "zurun": ([options.bin / "zurun.exe"], ("shared", "zurun", "writing", "textio", "records", "records-zurun")),
+        "cscript": (["cscript", "//nologo"], ("shared", "writing", "textio", "records")),
         "dispatch": ([options.bin / "dispatch_host.exe"], ("dispatch",)),
     }
     program, folders = hosts[options.host]

@@ -184,6 +184,18 @@ def tables(check, facts):
                       "Function Count()\r\n  Err.Raise 513, \"me\", \"the routine broke\"\r\nEnd Function\r\n")
     check.expect("a routine that fails is reported at its own line, and the run ends with 1", check.run(path), 1, out="0\n",
                  err_has=[f"{path}:3:3: the routine broke"])
+    copies = check.work / "failing"
+    shutil.rmtree(copies, ignore_errors=True)
+    copies.mkdir()
+    for table in pathlib.Path(facts["folder"]).glob("customers.*"):
+        shutil.copyfile(table, copies / table.name)
+    path = check.file("failing.vbs", f"Dim table, calls\r\ntable = \"{windows_path(copies)}>customers\"\r\n"
+                      "Echo DbfProcess(table, \"Work\", \"ID < 11\")\r\nEcho calls\r\n"
+                      "Echo DbfCount(table, \"CITY = 'Before'\")\r\nFunction Work()\r\n  calls = calls + 1\r\n"
+                      "  If calls = 3 Then Err.Raise 513, \"me\", \"enough\"\r\n"
+                      "  Work = DbfReplace(\"CITY\", \"Before\")\r\nEnd Function\r\n")
+    check.expect("a routine that fails ends DbfProcess with the count reached, and what was replaced stays",
+                 check.run(path), 1, out="2\n3\n2\n", err_has=[f"{path}:8:21: enough"])
     check.expect("--trace shows the engine's log", check.run("--trace", "-e", "Engine.Engine.Trace \"a note\""),
                  err_has=["a note"])
     check.expect("without it the log stays away", check.run("-e", "Engine.Engine.Trace \"a note\""), err="")

@@ -1,6 +1,7 @@
 """Test scripts: made whole with the assertions, run, and their lines read."""
 import pathlib
 import re
+import shutil
 
 from .programs import run, windows_path
 
@@ -21,10 +22,22 @@ def made_whole(script, folder):
     return target
 
 
+def scratch_folder(script, folder, facts):
+    """A folder with copies of the sample tables, for a script that changes them."""
+    scratch = folder / (script.name.replace(".", "-") + "-tables")
+    shutil.rmtree(scratch, ignore_errors=True)
+    scratch.mkdir(parents=True)
+    for table in pathlib.Path(facts["folder"]).glob("customers.*"):
+        shutil.copyfile(table, scratch / table.name)
+    return windows_path(scratch)
+
+
 def run_script(results, host, script, folder, facts):
     """Runs a test script with a host (program and options) and adds each of its statements to the results."""
     whole = made_whole(script, folder)
     arguments = [f"{name}={value}" for name, value in facts.items()]
+    if "scratch" in whole.read_text(encoding="utf-8"):
+        arguments.append(f"scratch={scratch_folder(script, folder, facts)}")
     outcome = run(*host, windows_path(whole), *arguments)
     group = script.name
     lines = outcome.out.splitlines()

@@ -6,6 +6,7 @@ import pathlib
 from dbfread import DBF
 
 from . import programs
+from .typed_table import make_typed_table
 
 
 def prepare(folder, generator):
@@ -21,6 +22,7 @@ def prepare(folder, generator):
             if outcome.code != 0:
                 raise SystemExit("the sample tables could not be made\n" + outcome.describe())
             make_faulty_files(folder)
+            make_typed_table(folder)
             ready.write_text(json.dumps(gather_facts(folder)))
         return json.loads(ready.read_text())
 
@@ -45,6 +47,7 @@ def gather_facts(folder):
     first, last = customers[0], customers[-1]
     return {
         "tables": programs.windows_path(folder),
+        "folder": str(folder),
         "customers": len(customers),
         "orders": len(orders),
         "swedish": len(swedish),
