@@ -20,6 +20,12 @@ SelectionLimits AllRecords(LONG flag, const VARIANT* fieldNames) {
     return SelectionLimits{0, flag, Given(fieldNames)};
 }
 
+/// Callers by name may leave the width out; so may others.
+FormPlace PlaceOf(LONG left, LONG top, const VARIANT& width, LONG height) {
+    constexpr LONG kUsualWidth = 600;
+    return {left, top, com::IsMissing(width) ? kUsualWidth : com::Convert(width, VT_I4)->lVal, height};
+}
+
 ComPtr<ZuDataField> FieldOf(const ComPtr<ZuDataView>& view, const VARIANT& name) {
     ComPtr<ZuDataFields> fields;
     com::Check(view->get_Fields(fields.put()));
@@ -39,7 +45,7 @@ STDMETHODIMP Functions::DbfEdit(VARIANT TableDefn, BSTR Title, VARIANT Condition
         if (!view) return false;
         frmDBFEdit form;
         form.DisplayEdit(com::View(Title), view, true, AllowUndelete != VARIANT_FALSE,
-                         FormPlace{Left, Top, Width, Height}, Direction);
+                         PlaceOf(Left, Top, Width, Height), Direction);
         return true;
     });
 }
@@ -53,7 +59,7 @@ STDMETHODIMP Functions::DbfPick(VARIANT TableDefn, BSTR Title, BSTR Condition, L
         ComPtr<ZuDataView> picked;
         {
             frmDBFEdit form;
-            picked = form.DisplayPick(com::View(Title), view, FormPlace{Left, Top, Width, Height});
+            picked = form.DisplayPick(com::View(Title), view, PlaceOf(Left, Top, Width, Height));
         }
         if (com::IsMissing(ReturnField)) return Variant(static_cast<IDispatch*>(picked.get()));
         if (!picked) return Variant();

@@ -79,10 +79,9 @@ void frmDBFEdit::CreateWindows(std::wstring_view caption) {
 }
 
 void frmDBFEdit::PlaceWindow(const FormPlace& place) {
-    const LONG width = com::Convert(place.width, VT_I4)->lVal;
-    const LONG left = place.left >= 0 ? place.left : (GetSystemMetrics(SM_CXSCREEN) - width) / 2;
+    const LONG left = place.left >= 0 ? place.left : (GetSystemMetrics(SM_CXSCREEN) - place.width) / 2;
     const LONG top = place.top >= 0 ? place.top : (GetSystemMetrics(SM_CYSCREEN) - place.height) / 2;
-    MoveWindow(handle(), left, top, width, place.height, FALSE);
+    MoveWindow(handle(), left, top, place.width, place.height, FALSE);
 }
 
 void frmDBFEdit::LayOut() {

@@ -23,7 +23,7 @@ namespace zu::component {
 struct FormPlace {
     LONG left = -1;
     LONG top = -1;
-    VARIANT width{};  ///< whatever a script gave
+    LONG width = 600;
     LONG height = 400;
 };
 

@@ -1,0 +1,268 @@
+#include "tests/windows/FormDriver.h"
+
+#include "component/ui/fgGrid.h"
+
+namespace zu::windows {
+
+using component::fgGrid;
+
+namespace {
+
+constexpr UINT kAnswerLimit = 5000;
+
+LRESULT Ask(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    DWORD_PTR answer = 0;
+    SendMessageTimeoutW(window, message, wParam, lParam, SMTO_ABORTIFHUNG, kAnswerLimit, &answer);
+    return static_cast<LRESULT>(answer);
+}
+
+INPUT KeyInput(WORD key, bool up) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyW(key, MAPVK_VK_TO_VSC));
+    const bool extended = (key >= VK_PRIOR && key <= VK_DOWN) || key == VK_INSERT || key == VK_DELETE;
+    input.ki.dwFlags = (up ? KEYEVENTF_KEYUP : 0) | (extended ? KEYEVENTF_EXTENDEDKEY : 0);
+    return input;
+}
+
+void Send(std::vector<INPUT> inputs) {
+    SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void Mouse(DWORD flags, int data = 0) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.mouseData = static_cast<DWORD>(data);
+    SendInput(1, &input, sizeof input);
+}
+
+struct Search {
+    const wchar_t* className;
+    std::wstring text;
+    bool visible;
+    DWORD process;
+    HWND found;
+};
+
+std::wstring ClassOf(HWND window) {
+    wchar_t name[64] = {};
+    GetClassNameW(window, name, 64);
+    return name;
+}
+
+BOOL CALLBACK Compare(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (search.process && process != search.process) return TRUE;
+    if (search.visible && !IsWindowVisible(window)) return TRUE;
+    if (ClassOf(window) != search.className) return TRUE;
+    if (!search.text.empty() && FormDriver::TextOf(window) != search.text) return TRUE;
+    search.found = window;
+    return FALSE;
+}
+
+HWND TopWindow(const wchar_t* className, DWORD process) {
+    Search search{className, {}, true, process, nullptr};
+    EnumWindows(&Compare, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+}  // namespace
+
+std::wstring FormDriver::TextOf(HWND window) {
+    const LRESULT length = Ask(window, WM_GETTEXTLENGTH);
+    std::wstring text(static_cast<std::size_t>(length) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(
+        Ask(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+    return text;
+}
+
+bool FormDriver::Open() {
+    return script_.WaitFor([this] {
+        form_ = TopWindow(L"frmDBFEdit", script_.process());
+        grid_ = form_ ? FindWindowExW(form_, nullptr, L"fgGrid", nullptr) : nullptr;
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        return grid_ && GetGUIThreadInfo(GetWindowThreadProcessId(form_, nullptr), &info) &&
+               info.hwndFocus == grid_ && GetForegroundWindow() == form_;
+    });
+}
+
+bool FormDriver::isOpen() const {
+    return IsWindow(form_) && IsWindowVisible(form_);
+}
+
+void FormDriver::Press(Chord chord) const {
+    std::vector<WORD> held;
+    if (chord.control) held.push_back(VK_CONTROL);
+    if (chord.shift) held.push_back(VK_SHIFT);
+    if (chord.alt) held.push_back(VK_MENU);
+    std::vector<INPUT> inputs;
+    for (const WORD key : held)
+        inputs.push_back(KeyInput(key, false));
+    inputs.push_back(KeyInput(chord.key, false));
+    inputs.push_back(KeyInput(chord.key, true));
+    for (auto key = held.rbegin(); key != held.rend(); ++key)
+        inputs.push_back(KeyInput(*key, true));
+    Send(std::move(inputs));
+}
+
+void FormDriver::Type(const std::wstring& text) const {
+    std::vector<INPUT> inputs;
+    for (const wchar_t character : text) {
+        for (const DWORD up : {DWORD{0}, DWORD{KEYEVENTF_KEYUP}}) {
+            INPUT input{};
+            input.type = INPUT_KEYBOARD;
+            input.ki.wScan = static_cast<WORD>(character);
+            input.ki.dwFlags = KEYEVENTF_UNICODE | up;
+            inputs.push_back(input);
+        }
+    }
+    Send(std::move(inputs));
+}
+
+void FormDriver::Click(POINT at) const {
+    ClientToScreen(grid_, &at);
+    SetCursorPos(at.x, at.y);
+    Mouse(MOUSEEVENTF_LEFTDOWN);
+    Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void FormDriver::DoubleClick(POINT at) const {
+    Click(at);
+    Click(at);
+}
+
+void FormDriver::Drag(POINT from, POINT to) const {
+    ClientToScreen(grid_, &from);
+    ClientToScreen(grid_, &to);
+    SetCursorPos(from.x, from.y);
+    Mouse(MOUSEEVENTF_LEFTDOWN);
+    SetCursorPos((from.x + to.x) / 2, (from.y + to.y) / 2);
+    SetCursorPos(to.x, to.y);
+    Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+void FormDriver::Wheel(int notches, POINT at) const {
+    ClientToScreen(grid_, &at);
+    SetCursorPos(at.x, at.y);
+    Mouse(MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA);
+}
+
+LRESULT FormDriver::State(WPARAM what, LPARAM which) const {
+    return Ask(grid_, fgGrid::StateMessage(), what, which);
+}
+
+bool FormDriver::WaitForState(WPARAM what, LRESULT value) const {
+    return script_.WaitFor([&] { return State(what) == value; });
+}
+
+bool FormDriver::WaitForCell(LRESULT row, LRESULT column) const {
+    return WaitForState(fgGrid::kCurrentRow, row) && WaitForState(fgGrid::kCurrentColumn, column);
+}
+
+bool FormDriver::WaitForCellText(const std::wstring& text) const {
+    return script_.WaitFor([&] { return CellText() == text; });
+}
+
+POINT FormDriver::MiddleOf(LRESULT row, int column) const {
+    const LRESULT height = State(fgGrid::kRowHeight);
+    const LRESULT top = State(fgGrid::kHeaderHeight) + (row - State(fgGrid::kTopRow)) * height;
+    const LRESULT left = State(fgGrid::kColumnLeft, column);
+    return {static_cast<LONG>(left + State(fgGrid::kColumnWidth, column) / 2),
+            static_cast<LONG>(top + height / 2)};
+}
+
+HWND FormDriver::FindChild(const wchar_t* className, const std::wstring& text, bool visible) const {
+    Search search{className, text, visible, 0, nullptr};
+    EnumChildWindows(form_, &Compare, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND FormDriver::Editor() const {
+    return FindWindowExW(grid_, nullptr, L"Edit", nullptr);
+}
+
+bool FormDriver::WaitForEditor(bool open) const {
+    return script_.WaitFor([&] { return (Editor() != nullptr) == open; });
+}
+
+HWND FormDriver::Button(const std::wstring& caption) const {
+    return FindChild(L"Button", caption, false);
+}
+
+bool FormDriver::IsShown(const std::wstring& caption) const {
+    return IsWindowVisible(Button(caption)) != FALSE;
+}
+
+bool FormDriver::IsEnabled(const std::wstring& caption) const {
+    return IsWindowEnabled(Button(caption)) != FALSE;
+}
+
+void FormDriver::PushButton(const std::wstring& caption) const {
+    RECT place{};
+    GetWindowRect(Button(caption), &place);
+    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    Mouse(MOUSEEVENTF_LEFTDOWN);
+    Mouse(MOUSEEVENTF_LEFTUP);
+}
+
+bool FormDriver::ShowsLabel(const std::wstring& text) const {
+    return FindChild(L"Static", text, true) != nullptr;
+}
+
+bool FormDriver::WaitForLabel(const std::wstring& text) const {
+    return script_.WaitFor([&] { return ShowsLabel(text); });
+}
+
+HWND FormDriver::WaitForBox() const {
+    HWND box = nullptr;
+    script_.WaitFor([&] {
+        // The search dialog is of the same class; it alone has no default text.
+        Search search{L"#32770", {}, true, script_.process(), nullptr};
+        EnumWindows(
+            [](HWND window, LPARAM parameter) -> BOOL {
+                auto& wanted = *reinterpret_cast<Search*>(parameter);
+                if (Compare(window, parameter) || !GetDlgItem(window, 0xFFFF)) {
+                    wanted.found = nullptr;
+                    return TRUE;
+                }
+                return FALSE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        box = search.found;
+        return box && GetForegroundWindow() == box;
+    });
+    return box;
+}
+
+std::wstring FormDriver::BoxText(HWND box) {
+    return box ? TextOf(GetDlgItem(box, 0xFFFF)) : std::wstring();
+}
+
+void FormDriver::AnswerBox(HWND box, int button) const {
+    PostMessageW(box, WM_COMMAND, static_cast<WPARAM>(button), 0);
+    script_.WaitFor([box] { return !IsWindow(box); });
+}
+
+bool FormDriver::WaitForClose() const {
+    return WaitUntil([this] { return !isOpen(); });
+}
+
+HWND FormDriver::SearchDialog() const {
+    Search search{L"#32770", L"Search", true, script_.process(), nullptr};
+    EnumWindows(&Compare, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+bool FormDriver::WaitForDialog(bool visible) const {
+    return script_.WaitFor([&] {
+        const HWND dialog = SearchDialog();
+        return visible ? dialog && GetForegroundWindow() == dialog : !dialog;
+    });
+}
+
+}  // namespace zu::windows

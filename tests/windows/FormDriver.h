@@ -1,0 +1,82 @@
+#pragma once
+
+#include <windows.h>
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "tests/windows/RunningScript.h"
+
+namespace zu::windows {
+
+/// Keys with the modifiers that are held down meanwhile.
+struct Chord {
+    WORD key;
+    bool control = false;
+    bool shift = false;
+    bool alt = false;
+};
+
+/// Drives the grid's window of a running script as a user does, with real keys and a real mouse, and reads
+/// what the screen says.
+class FormDriver {
+public:
+    explicit FormDriver(const RunningScript& script) : script_(script) {}
+
+    /// Waits until the window is there and its grid has the focus.
+    bool Open();
+    bool isOpen() const;
+    HWND form() const noexcept { return form_; }
+    HWND gridWindow() const noexcept { return grid_; }
+
+    void Press(Chord chord) const;
+    void Press(WORD key) const { Press(Chord{key}); }
+    void Type(const std::wstring& text) const;
+    /// Places in the grid's inner coordinates.
+    void Click(POINT at) const;
+    void DoubleClick(POINT at) const;
+    void Drag(POINT from, POINT to) const;
+    void Wheel(int notches, POINT at) const;
+
+    /// One number of the grid's state; see fgGrid::State.
+    LRESULT State(WPARAM what, LPARAM which = 0) const;
+    bool WaitForCell(LRESULT row, LRESULT column) const;
+    bool WaitForState(WPARAM what, LRESULT value) const;
+    POINT MiddleOf(LRESULT row, int column) const;
+
+    std::wstring CellText() const { return TextOf(grid_); }
+    bool WaitForCellText(const std::wstring& text) const;
+    /// The text box of the cell editor; null while none is open.
+    HWND Editor() const;
+    bool WaitForEditor(bool open) const;
+
+    /// A button by its caption, "&" included.
+    HWND Button(const std::wstring& caption) const;
+    bool IsShown(const std::wstring& caption) const;
+    bool IsEnabled(const std::wstring& caption) const;
+    void PushButton(const std::wstring& caption) const;
+    /// The visible label with this text.
+    bool ShowsLabel(const std::wstring& text) const;
+    bool WaitForLabel(const std::wstring& text) const;
+
+    /// A message box of the form: waits for it.
+    HWND WaitForBox() const;
+    static std::wstring BoxText(HWND box);
+    void AnswerBox(HWND box, int button) const;
+    bool WaitForClose() const;
+
+    HWND SearchDialog() const;
+    bool WaitForDialog(bool visible) const;
+
+    static std::wstring TextOf(HWND window);
+
+private:
+    HWND FindChild(const wchar_t* className, const std::wstring& text, bool visible) const;
+
+    const RunningScript& script_;
+    HWND form_ = nullptr;
+    HWND grid_ = nullptr;
+};
+
+}  // namespace zu::windows

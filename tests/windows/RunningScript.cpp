@@ -1,0 +1,88 @@
+#include "tests/windows/RunningScript.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <iterator>
+
+namespace zu::windows {
+
+namespace {
+
+constexpr std::chrono::seconds kLimit{20};
+constexpr DWORD kPoll = 5;  // milliseconds between two looks
+
+std::wstring OwnFolder() {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetModuleFileNameW(nullptr, path.data(), MAX_PATH));
+    return path.substr(0, path.find_last_of(L'\\') + 1);
+}
+
+std::string Narrow(const std::wstring& text) {
+    return std::string(text.begin(), text.end());  // paths of tests are ASCII
+}
+
+template <class Stop>
+bool Poll(const std::function<bool()>& condition, Stop&& stopped) {
+    const auto end = std::chrono::steady_clock::now() + kLimit;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end || stopped()) return condition();
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, kPoll, QS_ALLINPUT);
+        MSG message{};
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+            DispatchMessageW(&message);
+    }
+    return true;
+}
+
+}  // namespace
+
+bool WaitUntil(const std::function<bool()>& condition) {
+    return Poll(condition, [] { return false; });
+}
+
+RunningScript::RunningScript(const std::wstring& folder, const std::string& script, Host host)
+    : output_(folder + L"output.txt") {
+    const std::wstring path = folder + L"script.vbs";
+    std::ofstream(Narrow(path), std::ios::binary) << script;
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    const HANDLE output =
+        CreateFileW(output_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0, nullptr);
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    start.dwFlags = STARTF_USESTDHANDLES;
+    start.hStdOutput = start.hStdError = output;
+    const std::wstring program =
+        host == Host::kZurun ? L"\"" + OwnFolder() + L"zurun.exe\"" : L"cscript.exe //nologo";
+    std::wstring command = program + L" \"" + path + L"\" \"" + folder.substr(0, folder.size() - 1) + L"\"";
+    const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
+                                        nullptr, nullptr, &start, &information_);
+    CloseHandle(output);
+    EXPECT_TRUE(started);
+}
+
+RunningScript::~RunningScript() {
+    if (isRunning()) TerminateProcess(information_.hProcess, 1);
+    WaitForSingleObject(information_.hProcess, 5000);
+    CloseHandle(information_.hProcess);
+    CloseHandle(information_.hThread);
+}
+
+bool RunningScript::isRunning() const {
+    return WaitForSingleObject(information_.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+bool RunningScript::WaitFor(const std::function<bool()>& condition) const {
+    return Poll(condition, [this] { return !isRunning(); });
+}
+
+std::string RunningScript::Output() {
+    EXPECT_TRUE(WaitUntil([this] { return !isRunning(); })) << "the script does not end";
+    std::ifstream file(Narrow(output_), std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    std::erase(text, '\r');
+    return text;
+}
+
+}  // namespace zu::windows

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zu::windows {
+
+/// A script host that runs a script in a process of its own, and the folder that both live in. The process is
+/// ended with the object at the latest.
+class RunningScript {
+public:
+    enum class Host { kZurun, kCscript };
+
+    /// Starts the script (VBScript). Its first argument is `folder`.
+    RunningScript(const std::wstring& folder, const std::string& script, Host host = Host::kZurun);
+    ~RunningScript();
+    RunningScript(const RunningScript&) = delete;
+    RunningScript& operator=(const RunningScript&) = delete;
+
+    bool isRunning() const;
+    /// What the script wrote, once it has ended; fails the test when it does not end in time.
+    std::string Output();
+    DWORD process() const noexcept { return information_.dwProcessId; }
+
+    /// Waits until `condition` holds; false after a generous limit, or when the process has ended first.
+    bool WaitFor(const std::function<bool()>& condition) const;
+
+private:
+    std::wstring output_;
+    PROCESS_INFORMATION information_{};
+};
+
+/// Waits until `condition` holds; false after a generous limit.
+bool WaitUntil(const std::function<bool()>& condition);
+
+}  // namespace zu::windows
