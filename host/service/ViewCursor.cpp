@@ -301,7 +301,7 @@ bool ViewCursor::Update(std::string& whyNot) {
     try {
         if (outdated_ || !edit->Save()) {
             whyNot = "Record " + std::to_string(edit->record()) + " of table " + Utf8(records_->tableName()) +
-                     " was not saved: another process has changed one of the same fields meanwhile";
+                     " was not saved: somebody else has changed one of the same fields meanwhile";
             return false;
         }
     } catch (const Error& error) {
