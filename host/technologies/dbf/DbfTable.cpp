@@ -246,7 +246,9 @@ void DbfTable::NoticeChanges() {
 void DbfTable::NoticeIndexes() {
     if (!indexes_) return;
     const bool foreign = records_.TakeForeignRecords();
-    if (indexes_->IsOutdated() || foreign) indexes_->Refresh();
+    if (!indexes_->IsOutdated() && !foreign) return;
+    EndRun();
+    indexes_->Refresh();
 }
 
 std::uint32_t DbfTable::RecordCount() {

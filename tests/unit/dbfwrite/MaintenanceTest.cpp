@@ -155,6 +155,94 @@ TEST_F(Maintenance, AFaultyTagLeavesTheIndexAsItWas) {
     EXPECT_EQ(Files().find(".zun"), std::string::npos) << Files();
 }
 
+TEST_F(Maintenance, ATagThatReadsMemosIsRefused) {
+    for (const char* key : {"NOTE", "LEFT(note,10)", "NAME+SUBSTR(NOTE,1,5)"}) {
+        try {
+            maintenance::CreateTag(memory, kTablePath, {}, {"MEMO", key, "", false, false, false});
+            ADD_FAILURE() << key;
+        } catch (const Error& error) {
+            EXPECT_EQ(error.kind(), ErrorKind::Unsupported) << error.what();
+        }
+    }
+    EXPECT_THROW(maintenance::CreateTag(memory, kTablePath, {}, {"MEMO", "NAME", "EMPTY(NOTE)"}), Error);
+    maintenance::CreateTag(memory, kTablePath, {}, {"FINE", "NAME+'NOTES'", ""});
+}
+
+TEST_F(Maintenance, ProgressIsToldAndAListenerCanStopTheWork) {
+    class Listener final : public technologies::Progress {
+    public:
+        explicit Listener(bool stops) : stops_(stops) {}
+        void Report(std::uint64_t done, std::uint64_t total) override {
+            ++reports;
+            EXPECT_LE(done, total);
+            if (stops_) throw Error(ErrorKind::Cancelled, "enough");
+        }
+        int reports = 0;
+
+    private:
+        bool stops_;
+    };
+    const auto before = memory.Get(kTablePath);
+    const auto index = memory.Get("people.cdx");
+    Listener stopping(true);
+    EXPECT_THROW(maintenance::Pack(memory, kTablePath, {}, &stopping), Error);
+    EXPECT_THROW(maintenance::Reindex(memory, kTablePath, {}, &stopping), Error);
+    EXPECT_THROW(maintenance::CreateDefaultTag(memory, kTablePath, {}, {{"NAME", false}}, &stopping), Error);
+    EXPECT_EQ(memory.Get(kTablePath), before);
+    EXPECT_EQ(memory.Get("people.cdx"), index);
+    EXPECT_EQ(Files().find(".zu"), std::string::npos) << Files();
+    Listener patient(false);
+    maintenance::Pack(memory, kTablePath, {}, &patient);
+    EXPECT_GT(patient.reports, 0);
+}
+
+TEST_F(Maintenance, ADroppedTagIsGoneAndTheOthersStay) {
+    const std::string state = State();
+    maintenance::DropTag(memory, kTablePath, {}, "name");
+    EXPECT_EQ(OpenTable(memory)->indexes().size(), 4U);
+    EXPECT_FALSE(OpenTable(memory)->FindIndex("NAME"));
+    EXPECT_EQ(State(), state);
+    EXPECT_THROW(maintenance::DropTag(memory, kTablePath, {}, "NAME"), Error);
+}
+
+TEST_F(Maintenance, TheIndexFileGoesWithTheLastTag) {
+    for (const char* tag : {"ID", "NAME", "NAMEDATE", "AMOUNT", "CODE"})
+        maintenance::DropTag(memory, kTablePath, {}, tag);
+    EXPECT_FALSE(memory.Exists("people.cdx"));
+    const auto table = OpenTable(memory);
+    EXPECT_TRUE(table->warnings().empty());
+    EXPECT_TRUE(table->indexes().empty());
+    Append(*table, 1, u"still writable");
+}
+
+TEST_F(Maintenance, MemosOfDBase4AreCompacted) {
+    // A table of dBASE IV: the memo file of dBASE III made over by hand.
+    TableWriter writer(memory, "four.dbf", Format::DBase3, 0x03, {{"A", 'C', 5, 0}, {"M", 'M', 10, 0}},
+                       {2024, 1, 1});
+    writer.Close();
+    auto bytes = memory.Get("four.dbf");
+    bytes[0] = std::byte{0x8B};
+    memory.Put("four.dbf", bytes);
+    std::vector<std::byte> memo(512);
+    memo[0] = std::byte{1};
+    memo[21] = std::byte{2};
+    memory.Put("four.dbt", memo);
+    {
+        const auto table = DbfTable::Open(memory, "four.dbf", {});
+        for (int i = 0; i < 20; ++i) {
+            const auto edit = table->NewRecord();
+            edit->Set(1, Text(std::u16string(static_cast<std::size_t>(600 + i), u'm')));
+            edit->SetDeleted(i % 2 == 0);
+            ASSERT_TRUE(edit->Save());
+        }
+    }
+    const auto size = memory.Get("four.dbt").size();
+    EXPECT_EQ(maintenance::Pack(memory, "four.dbf", {}), 10U);
+    EXPECT_LT(memory.Get("four.dbt").size(), size * 6 / 10);
+    const auto table = DbfTable::Open(memory, "four.dbf", {});
+    EXPECT_EQ(Shown(*table, 3, 1), std::string(605, 'm'));
+}
+
 using Work = std::function<void(files::FileSystem&)>;
 
 class FaultyMaintenance : public Maintenance, public ::testing::WithParamInterface<FaultyFiles::Fault> {};
@@ -165,7 +253,8 @@ TEST_P(FaultyMaintenance, AFaultAtAnyStepLeavesTheOldTableOrTheNewOne) {
         [](files::FileSystem& files) { maintenance::Reindex(files, kTablePath, {}); },
         [](files::FileSystem& files) {
             maintenance::CreateTag(files, kTablePath, {}, {"EXTRA", "CODE", "", false, false, false});
-        }};
+        },
+        [](files::FileSystem& files) { maintenance::DropTag(files, kTablePath, {}, "AMOUNT"); }};
     const std::string before = State();
     const auto table = memory.Get(kTablePath);
     const auto memo = memory.Get("people.fpt");

@@ -16,6 +16,7 @@
 #include "host/technologies/dbf/cdx/KeyEncoder.h"
 #include "host/technologies/dbf/cdx/KeyForm.h"
 #include "host/technologies/dbf/cdx/KeySorter.h"
+#include "host/technologies/dbf/cdx/MemoUse.h"
 #include "host/technologies/dbf/cdx/PageStream.h"
 #include "host/technologies/dbf/cdx/TagHeader.h"
 #include "host/technologies/dbf/cdx/TreeWriter.h"
@@ -68,6 +69,8 @@ public:
             if (type != expression::Type::Boolean && type != expression::Type::Unknown) {
                 throw Error(ErrorKind::TypeMismatch, "the FOR condition is not true or false");
             }
+            if (ReadsMemos(*filter_, context.layout))
+                throw Error(ErrorKind::Unsupported, "the FOR condition must not read memo fields");
         }
     }
 

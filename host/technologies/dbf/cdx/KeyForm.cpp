@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "host/technologies/dbf/cdx/MemoUse.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf::cdx {
@@ -25,6 +26,7 @@ std::vector<KeyForm> FormsOf(const expression::Program& key, const expression::R
     const expression::FieldLayout* field = SingleField(key, layout);
     const bool nullable = field != nullptr && field->nullBit >= 0;
     if (field != nullptr && (field->storage == Storage::Memo || field->storage == Storage::Opaque)) return {};
+    if (ReadsMemos(key, layout)) return {};
     switch (key.type()) {
         case Type::Text:
             return {{KeyEncoding::Text, key.textWidth(), nullable}};
@@ -55,8 +57,10 @@ std::vector<KeyForm> FormsOf(const expression::Program& key, const expression::R
 KeyForm KeyForm::ForNewTag(const expression::Program& key, const expression::RecordLayout& layout) {
     const std::vector<KeyForm> forms = FormsOf(key, layout);
     if (forms.empty()) {
-        throw Error(ErrorKind::Unsupported,
-                    "an index key must be a text, a number, a date or a logical value of known type");
+        throw Error(
+            ErrorKind::Unsupported,
+            "an index key must be a text, a number, a date or a logical value of known type, and must not "
+            "read memo fields");
     }
     const KeyForm& form = forms.front();
     if (form.width == 0) throw Error(ErrorKind::Unsupported, "the index key is always empty");
@@ -71,7 +75,8 @@ std::vector<KeyForm> KeyForm::ForTag(const expression::Program& key, const expre
                                      std::size_t keyLength, bool nullable, std::string& reason) {
     std::vector<KeyForm> forms = FormsOf(key, layout);
     if (forms.empty()) {
-        reason = "the type of the key is not known or cannot be in an index";
+        reason = ReadsMemos(key, layout) ? "the key reads memo fields"
+                                         : "the type of the key is not known or cannot be in an index";
         return {};
     }
     const std::size_t width = keyLength - (nullable && keyLength > 0 ? 1 : 0);

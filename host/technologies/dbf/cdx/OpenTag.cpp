@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "host/technologies/dbf/cdx/MemoUse.h"
 #include "host/technologies/dbf/cdx/StalenessProbe.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
@@ -52,6 +53,10 @@ void OpenTag::Load(const IndexContext& context, std::uint32_t offset) {
         description_.parts.push_back(part.description);
     if (!header_.filter.empty()) {
         filter_.emplace(expression::Program::CompileBytes(header_.filter, context.layout));
+        if (ReadsMemos(*filter_, context.layout)) {
+            Reject("the FOR condition reads memo fields");
+            return;
+        }
     }
 
     if (!header_.isByteOrder()) {

@@ -261,9 +261,15 @@ void Journal::Undo(std::span<const std::byte> body, const PartFiles& parts, cons
                     "The journal " + path + " must undo a change of a file that is not there any more.");
             const auto oldSize = reader.Number(8);
             const auto count = reader.Number(4);
+            // A change makes files longer at most.
+            if (!write && file->Size() < oldSize)
+                throw Error(ErrorKind::Damaged, "The journal " + path + " belongs to a longer file than " +
+                                                    file->path() + " is now.");
             for (std::uint64_t i = 0; i < count; ++i) {
                 const auto offset = reader.Number(8);
                 const auto bytes = reader.Bytes(reader.Number(4));
+                if (offset > oldSize || bytes.size() > oldSize - offset)
+                    throw Error(ErrorKind::Damaged, "The journal " + path + " contradicts itself.");
                 if (write) file->WriteAt(offset, bytes);
             }
             if (write && file->Size() > oldSize) file->Truncate(oldSize);

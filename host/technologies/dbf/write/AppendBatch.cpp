@@ -144,6 +144,7 @@ void AppendBatch::BeginRun() {
         // Records that came without keys show in the probe.
         if (table_.indexes->IsOutdated() || count != table_.records.known()) {
             table_.records.Refresh();
+            table_.records.TakeForeignRecords();
             table_.indexes->Refresh();
         }
         table_.indexes->RequireUpdatable(table_.files.settings().staleTags);

@@ -67,7 +67,6 @@ protected:
     virtual void Fill(std::string_view content, MemoContent kind, std::byte* out) const = 0;
     /// The blocks that the content at `block` has now; nothing when there is no sound content.
     virtual std::optional<std::uint64_t> BlocksAt(std::uint32_t block) const = 0;
-    virtual std::uint32_t LoadNextFree(const std::byte* at) const noexcept = 0;
     virtual void StoreNextFree(std::byte* at, std::uint32_t block) const noexcept = 0;
 
     std::uint64_t Blocks(std::uint64_t bytes) const noexcept { return (bytes + blockSize_ - 1) / blockSize_; }
@@ -86,15 +85,14 @@ protected:
     std::uint32_t firstBlock_;
 
 private:
-    // A header that counts too few blocks must not lead to contents being overwritten: what lies in the file
-    // already is never taken for free.
+    // The size of the file says which blocks are free, not the header: one that counts too few must not lead
+    // to contents being overwritten, and one that counts too many not to a file full of nothing.
     std::uint64_t NextFree(const ChangeSet& changes) const {
         std::array<std::byte, 4> bytes{};
         if (!ReadAt(0, bytes))
             throw Error(ErrorKind::Damaged, "The memo file " + file_.path() + " has no header.");
-        changes.Overlay(Part::Memo, 0, bytes);
         const std::uint64_t used = Blocks(changes.SizeAfter(Part::Memo, file_.Size()));
-        return std::max({std::uint64_t{LoadNextFree(bytes.data())}, used, std::uint64_t{firstBlock_}});
+        return std::max(used, std::uint64_t{firstBlock_});
     }
 
     std::vector<std::byte> buffer_;
@@ -123,7 +121,6 @@ private:
             return std::nullopt;
         return Inside(block, LoadBig32(start.data() + 4));
     }
-    std::uint32_t LoadNextFree(const std::byte* at) const noexcept override { return LoadBig32(at); }
     void StoreNextFree(std::byte* at, std::uint32_t block) const noexcept override { StoreBig32(at, block); }
 };
 
@@ -148,9 +145,6 @@ private:
         // far than it could, which is only a little space lost.
         const auto stated = LoadLittle<std::uint32_t>(start.data() + 4);
         return Inside(block, stated - std::min<std::uint32_t>(stated, kBlockHeader));
-    }
-    std::uint32_t LoadNextFree(const std::byte* at) const noexcept override {
-        return LoadLittle<std::uint32_t>(at);
     }
     void StoreNextFree(std::byte* at, std::uint32_t block) const noexcept override { StoreLittle(at, block); }
 };
@@ -184,9 +178,6 @@ private:
             // A text without an end reaches into what follows it; its blocks are not surely its own.
             if (got < bytes.size()) return std::nullopt;
         }
-    }
-    std::uint32_t LoadNextFree(const std::byte* at) const noexcept override {
-        return LoadLittle<std::uint32_t>(at);
     }
     void StoreNextFree(std::byte* at, std::uint32_t block) const noexcept override { StoreLittle(at, block); }
 };
