@@ -1,7 +1,6 @@
 #include "portable/textio/FieldRenderer.h"
 
 #include <type_traits>
-#include <utility>
 
 #include "portable/error/Error.h"
 
@@ -45,7 +44,7 @@ std::size_t Places(int decimals) noexcept {
 }  // namespace
 
 template <class Char>
-FieldRenderer<Char>::FieldRenderer(const ExportFormat& format, std::vector<ExportField> fields,
+FieldRenderer<Char>::FieldRenderer(const ExportFormat& format, const std::vector<ExportField>& fields,
                                    const Encoding& encoding)
     : encoding_(encoding),
       options_(format.options()),
@@ -63,8 +62,8 @@ FieldRenderer<Char>::FieldRenderer(const ExportFormat& format, std::vector<Expor
       currencySigns_(MakeSigns(options_.currencySignPosition)),
       dates_(options_.dateMask) {
     fields_.reserve(fields.size());
-    for (ExportField& field : fields) {
-        fields_.push_back(MakePlan(std::move(field)));
+    for (const ExportField& field : fields) {
+        fields_.push_back(MakePlan(field));
         const Plan& plan = fields_.back();
         if (plan.width > kMostWidth || plan.decimals > static_cast<std::size_t>(kMostWidth))
             throw Error(ErrorKind::InvalidArgument, "Field " + plan.field.name + ": a width of " +
@@ -95,7 +94,7 @@ auto FieldRenderer<Char>::MakeSigns(int position) const -> Signs {
 }
 
 template <class Char>
-auto FieldRenderer<Char>::MakePlan(ExportField field) const -> Plan {
+auto FieldRenderer<Char>::MakePlan(const ExportField& field) const -> Plan {
     Plan plan;
     switch (static_cast<FieldType>(field.type)) {
         case FieldType::Text:
@@ -122,16 +121,16 @@ auto FieldRenderer<Char>::MakePlan(ExportField field) const -> Plan {
         case FieldType::Double:
         case FieldType::Currency:
         case FieldType::Decimal:
-            if (!delimited_) return MakeFixedPlan(std::move(field));
+            if (!delimited_) return MakeFixedPlan(field);
             plan.way = Way::General;
             break;
     }
-    plan.field = std::move(field);
+    plan.field = field;
     return plan;
 }
 
 template <class Char>
-auto FieldRenderer<Char>::MakeFixedPlan(ExportField field) const -> Plan {
+auto FieldRenderer<Char>::MakeFixedPlan(const ExportField& field) const -> Plan {
     Plan plan;
     plan.way = Way::Masked;
     switch (static_cast<FieldType>(field.type)) {
@@ -162,7 +161,7 @@ auto FieldRenderer<Char>::MakeFixedPlan(ExportField field) const -> Plan {
             plan.decimals = Places(field.decimals);
             break;
     }
-    plan.field = std::move(field);
+    plan.field = field;
     return plan;
 }
 

@@ -31,7 +31,8 @@ template <class Char>
 class FieldRenderer {
 public:
     /// `encoding` must outlive the renderer.
-    FieldRenderer(const ExportFormat& format, std::vector<ExportField> fields, const Encoding& encoding);
+    FieldRenderer(const ExportFormat& format, const std::vector<ExportField>& fields,
+                  const Encoding& encoding);
 
     std::size_t fieldCount() const noexcept { return fields_.size(); }
     /// Appends the text of one field.
@@ -70,8 +71,8 @@ private:
 
     Text Encode(std::u16string_view text) const;
     Signs MakeSigns(int position) const;
-    Plan MakePlan(ExportField field) const;
-    Plan MakeFixedPlan(ExportField field) const;
+    Plan MakePlan(const ExportField& field) const;
+    Plan MakeFixedPlan(const ExportField& field) const;
     static Text Doubled(const Text& quote) { return quote + quote; }
 
     void RenderNumber(const Plan& plan, const Cell& value, TextBuffer<Char>& out);
