@@ -155,7 +155,6 @@ void frmDBFEdit::OnButton(Button button) {
         return;
     }
     if (!FinishEdit()) return;
-    const HWND focus = GetFocus();
     switch (button) {
         case Button::kAdd:
             session_->Add();
@@ -185,9 +184,9 @@ void frmDBFEdit::OnButton(Button button) {
         case Button::kCancel:
             break;
     }
-    // A button that has just vanished or turned grey cannot keep the focus, and after an action on the record
-    // the user goes on in the grid.
-    if (!closed_ && (GetFocus() == focus || !GetFocus())) SetFocus(grid_->handle());
+    // After an action on the record the user goes on in the grid; a button that has just vanished could not
+    // keep the focus anyway.
+    if (!closed_) SetFocus(grid_->handle());
 }
 
 LRESULT frmDBFEdit::Handle(UINT message, WPARAM wParam, LPARAM lParam) {

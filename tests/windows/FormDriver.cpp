@@ -30,12 +30,20 @@ void Send(std::vector<INPUT> inputs) {
     SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
 }
 
-void Mouse(DWORD flags, int data = 0) {
+/// The mouse at a place of the screen. Place and button travel together: a pointer that is only set could be
+/// moved back by events that are still on their way.
+INPUT MouseAt(POINT at, DWORD flags, int data = 0) {
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
+    input.mi.dx = MulDiv(at.x, 65536, GetSystemMetrics(SM_CXSCREEN)) + 1;
+    input.mi.dy = MulDiv(at.y, 65536, GetSystemMetrics(SM_CYSCREEN)) + 1;
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | flags;
     input.mi.mouseData = static_cast<DWORD>(data);
-    SendInput(1, &input, sizeof input);
+    return input;
+}
+
+void ClickAt(POINT at) {
+    Send({MouseAt(at, 0), MouseAt(at, MOUSEEVENTF_LEFTDOWN), MouseAt(at, MOUSEEVENTF_LEFTUP)});
 }
 
 struct Search {
@@ -126,9 +134,7 @@ void FormDriver::Type(const std::wstring& text) const {
 
 void FormDriver::Click(POINT at) const {
     ClientToScreen(grid_, &at);
-    SetCursorPos(at.x, at.y);
-    Mouse(MOUSEEVENTF_LEFTDOWN);
-    Mouse(MOUSEEVENTF_LEFTUP);
+    ClickAt(at);
 }
 
 void FormDriver::DoubleClick(POINT at) const {
@@ -139,17 +145,14 @@ void FormDriver::DoubleClick(POINT at) const {
 void FormDriver::Drag(POINT from, POINT to) const {
     ClientToScreen(grid_, &from);
     ClientToScreen(grid_, &to);
-    SetCursorPos(from.x, from.y);
-    Mouse(MOUSEEVENTF_LEFTDOWN);
-    SetCursorPos((from.x + to.x) / 2, (from.y + to.y) / 2);
-    SetCursorPos(to.x, to.y);
-    Mouse(MOUSEEVENTF_LEFTUP);
+    const POINT middle{(from.x + to.x) / 2, (from.y + to.y) / 2};
+    Send({MouseAt(from, 0), MouseAt(from, MOUSEEVENTF_LEFTDOWN), MouseAt(middle, 0), MouseAt(to, 0),
+          MouseAt(to, MOUSEEVENTF_LEFTUP)});
 }
 
 void FormDriver::Wheel(int notches, POINT at) const {
     ClientToScreen(grid_, &at);
-    SetCursorPos(at.x, at.y);
-    Mouse(MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA);
+    Send({MouseAt(at, 0), MouseAt(at, MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA)});
 }
 
 LRESULT FormDriver::State(WPARAM what, LPARAM which) const {
@@ -205,9 +208,7 @@ bool FormDriver::IsEnabled(const std::wstring& caption) const {
 void FormDriver::PushButton(const std::wstring& caption) const {
     RECT place{};
     GetWindowRect(Button(caption), &place);
-    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    Mouse(MOUSEEVENTF_LEFTDOWN);
-    Mouse(MOUSEEVENTF_LEFTUP);
+    ClickAt({(place.left + place.right) / 2, (place.top + place.bottom) / 2});
 }
 
 bool FormDriver::ShowsLabel(const std::wstring& text) const {

@@ -54,6 +54,16 @@ void WritePeople(const std::wstring& folder, const std::vector<Person>& people) 
     std::ofstream(std::filesystem::path(folder + L"people.dbf"), std::ios::binary) << bytes;
 }
 
+void MakeReadOnly(const std::wstring& folder) {
+    std::fstream file(std::filesystem::path(folder + L"people.dbf"),
+                      std::ios::in | std::ios::out | std::ios::binary);
+    constexpr int kCountAt = 4;
+    file.seekg(kCountAt);
+    const char count = static_cast<char>(file.get() + 1);
+    file.seekp(kCountAt);
+    file.put(count);
+}
+
 std::vector<Person> FivePeople() {
     return {{"Anna", " 31.5", "19930402", 'T'},
             {"Bertil", " 45.0", "19791224", 'F'},
