@@ -57,11 +57,11 @@ void WritePeople(const std::wstring& folder, const std::vector<Person>& people) 
 void MakeReadOnly(const std::wstring& folder) {
     std::fstream file(std::filesystem::path(folder + L"people.dbf"),
                       std::ios::in | std::ios::out | std::ios::binary);
-    constexpr int kCountAt = 4;
-    file.seekg(kCountAt);
-    const char count = static_cast<char>(file.get() + 1);
-    file.seekp(kCountAt);
-    file.put(count);
+    constexpr int kRecordLengthAt = 10;
+    file.seekg(kRecordLengthAt);
+    const char longer = static_cast<char>(file.get() + 1);
+    file.seekp(kRecordLengthAt);
+    file.put(longer);
 }
 
 std::vector<Person> FivePeople() {

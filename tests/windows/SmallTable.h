@@ -16,7 +16,7 @@ struct Person {
 
 /// Writes people.dbf into a folder: NAME C10, AGE N5.1, BORN D, MEMBER L.
 void WritePeople(const std::wstring& folder, const std::vector<Person>& people);
-/// Makes the table one that is shown but not written: its header counts a record that is not there.
+/// Makes the table one that is shown but not written: its records are longer than their fields say.
 void MakeReadOnly(const std::wstring& folder);
 /// Five people, the last but one marked as deleted.
 std::vector<Person> FivePeople();

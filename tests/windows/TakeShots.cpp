@@ -1,5 +1,5 @@
-// take_shots TABLES READY: opens the windows that the pictures show, one after the other. For each it writes the name of
-// the picture into the file READY and waits until that file is gone.
+// take_shots TABLES READY: opens the windows that the pictures show, one after the other. For each it writes
+// the name of the picture into the file READY and waits until that file is gone.
 #include <windows.h>
 
 #include <filesystem>
@@ -27,7 +27,7 @@ public:
     template <class Act>
     void Take(const std::string& name, const std::string& call, Act&& act) {
         const std::wstring folder = zu::windows::FreshFolder("shot");
-        std::filesystem::copy(tables_, folder, std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::copy(tables_, folder, std::filesystem::copy_options::recursive);
         zu::windows::WritePeople(folder, {});
         RunningScript script(folder, "Set result = Nothing\n" + call + "\n");
         FormDriver form(script);
@@ -56,7 +56,8 @@ private:
 };
 
 void TakeAll(Camera& camera) {
-    const std::string edit = "DbfEdit Args(0) & \">customers\", \"Customers\", \"\", \"DOWN\", " + camera.Size(420, 760) +
+    const std::string edit = "DbfEdit Args(0) & \">customers\", \"Customers\", \"\", \"DOWN\", " +
+                             camera.Size(420, 760) +
                              ", , , \"ID,NAME,CONTACT,CITY,COUNTRY,SINCE,CREDIT,ACTIVE\", True";
     const auto nothing = [](FormDriver& form, RunningScript&) { form.WaitForCell(2, 1); };
     if (camera.isLarge()) {
@@ -95,8 +96,8 @@ void TakeAll(Camera& camera) {
         zu::windows::WaitUntil([&] { return form.State(fgGrid::kCurrentRow) > 2; });
     });
     camera.Take("pick",
-                "Set result = DbfPick(Args(0) & \">customers\", \"Whose orders?\", \"ACTIVE\", " + camera.Size(420, 620) +
-                    ", , , \"ID,NAME,CITY,COUNTRY\")",
+                "Set result = DbfPick(Args(0) & \">customers\", \"Whose orders?\", \"ACTIVE\", " +
+                    camera.Size(420, 620) + ", , , \"ID,NAME,CITY,COUNTRY\")",
                 [](FormDriver& form, RunningScript&) {
                     form.Press(VK_NEXT);
                     form.Press(VK_UP);
@@ -111,8 +112,9 @@ void TakeAll(Camera& camera) {
         form.WaitForBox();
     });
     camera.Take("empty", "DbfEdit Args(0) & \">people\", \"People\", , , " + camera.Size(300, 600), nothing);
-    camera.Take("memo", "DbfEdit Args(0) & \">orders\", \"Orders\", \"NOT PAID AND NOTE LIKE '%deliver%'\", , " + camera.Size(420, 760) +
-                            ", , , \"ID,GOODS,AMOUNT,NOTE\", True",
+    camera.Take("memo",
+                "DbfEdit Args(0) & \">orders\", \"Orders\", \"NOT PAID AND NOTE LIKE '%deliver%'\", , " +
+                    camera.Size(420, 760) + ", , , \"ID,GOODS,AMOUNT,NOTE\", True",
                 [](FormDriver& form, RunningScript&) {
                     form.Press(VK_END);
                     form.WaitForCell(2, 4);
