@@ -1,5 +1,5 @@
-// The limit for exports: one table of plain fields, read in blocks, one loop, written in blocks of a megabyte as
-// delimited text. Nothing is checked and nothing can be chosen.
+// The limit for exports: one table of plain fields, read in blocks, one loop, written in blocks of a megabyte
+// as delimited text. Nothing is checked and nothing can be chosen.
 //   native-pass TABLE.dbf OUT.txt
 
 #include <cstdint>

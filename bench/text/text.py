@@ -2,6 +2,7 @@
 
 Prints processor seconds (user and system), wall seconds and the most memory of each program, as medians, and the ratios.
 """
+import filecmp
 import os
 import pathlib
 import shutil
@@ -60,7 +61,7 @@ native = ROOT / "build" / "native-pass"
 subprocess.run(["g++", "-O2", "-std=c++20", ROOT / "bench" / "text" / "NativePass.cpp", "-o", native], check=True)
 zurun("export-delimited", work / "orders.del")
 timed([native, table, work / "native.del"])
-if (work / "orders.del").read_bytes() != (work / "native.del").read_bytes():
+if not filecmp.cmp(work / "orders.del", work / "native.del", shallow=False):
     sys.exit("the export and the native pass differ")
 zurun("export-fixed", work / "orders.fix")
 delimited_for_peers()

@@ -150,7 +150,7 @@ void TextImport::FillFields(textio::LineCutter<Char>& cutter) {
 }
 
 std::wstring TextImport::ErrorInField() const {
-    const std::wstring error = RunTimeErrorText(kFunction);
+    std::wstring error = RunTimeErrorText(kFunction);
     if (!filling_) return error;
     return L"field " + NameOf(notes_.field()) + L" does not take " + Quoted(token_) + L": " + error;
 }

@@ -61,7 +61,7 @@ private:
     std::vector<Field> fields_;
     std::unique_ptr<clsEvaluator> evaluator_;
     FieldNotes notes_;
-    /// The token in hand, for the log; null when no field is being filled.
+    /// The token that a field has refused, for the log; it counts while fields are being filled.
     std::wstring token_;
     bool filling_ = false;
 };
