@@ -21,6 +21,7 @@ public:
 
 private:
     technologies::RowCells run_;
+    std::shared_ptr<RecordSet> gathered_;  ///< keeps open what the batch adds to
     std::unique_ptr<technologies::Batch> batch_;
 };
 

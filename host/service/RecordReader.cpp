@@ -52,11 +52,16 @@ HRESULT DataView::ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
 }
 
 HRESULT DataView::BeginBatch() noexcept {
-    return Guarded([&] { batch_ = cursor()->records()->BeginBatch(); });
+    return Guarded([&] {
+        batch_.reset();
+        gathered_ = cursor()->records();
+        batch_ = gathered_->BeginBatch();
+    });
 }
 
 HRESULT DataView::EndBatch() noexcept {
     return Guarded([&] {
+        const std::shared_ptr<RecordSet> gathered = std::move(gathered_);
         const std::unique_ptr<technologies::Batch> batch = std::move(batch_);
         if (batch) batch->Finish();
     });

@@ -14,7 +14,7 @@ namespace {
 TEST(FourProcesses, AppendAndChangeOneTableWithoutLosingAnything) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     constexpr LONG kWorkers = 4;
-    constexpr LONG kRecords = 120;
+    constexpr LONG kRecords = 80;
     const WorkTable table;
     {
         WorkView view(table.folder());

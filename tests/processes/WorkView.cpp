@@ -7,6 +7,7 @@
 #include "com/SafeArray.h"
 #include "com/Variant.h"
 #include "host/service/DatabaseService.h"
+#include "idl/RecordRuns.h"
 
 namespace zu::test {
 namespace {
@@ -114,6 +115,14 @@ bool WorkView::Save(LONG id, LONG version) {
 
 bool WorkView::Append(LONG id, LONG version) {
     return Answer([&](VARIANT_BOOL* out) { return view_->AddNew(nullptr, out); }) && Save(id, version);
+}
+
+void WorkView::BeginBatch() {
+    com::Check(view_.as<RecordBatch>()->BeginBatch());
+}
+
+void WorkView::EndBatch() {
+    com::Check(view_.as<RecordBatch>()->EndBatch());
 }
 
 bool WorkView::Change(LONG index, LONG id, LONG version) {

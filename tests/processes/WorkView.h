@@ -36,6 +36,9 @@ public:
     WorkRecord Read(LONG index);
     /// Appends a record; false when it was not saved.
     bool Append(LONG id, LONG version);
+    /// Between the two, records are only appended: as an import appends them.
+    void BeginBatch();
+    void EndBatch();
     /// Gives the record its fields of another version.
     bool Change(LONG index, LONG id, LONG version);
     bool Mark(LONG index, bool deleted);

@@ -58,6 +58,18 @@ private:
         }
     }
 
+    void Append() {
+        Do("append", {view_.Count() + 1, 1},
+           [&](const WorkRecord& to) { return view_.Append(to.id, to.version); });
+    }
+
+    void AppendBatch(unsigned records) {
+        view_.BeginBatch();
+        for (; records > 0; --records)
+            Append();
+        view_.EndBatch();
+    }
+
     template <class Body>
     static void Do(const char* kind, const WorkRecord& to, Body&& body) {
         const std::string what =

@@ -187,16 +187,17 @@ void DbfTable::OpenIndexes() {
         return;
     }
     if (!path) {
-        Warn(companions_.Find(".mdx")
-                 ? "indexes of dBASE (.mdx) are not used; selections read all records."
-                 : "the index file that the table announces is missing; selections read all "
-                   "records.");
+        hasForeignIndex_ = companions_.Find(".mdx").has_value();
+        Warn(hasForeignIndex_ ? "indexes of dBASE (.mdx) are not used; selections read all records."
+                              : "the index file that the table announces is missing; selections read all "
+                                "records.");
         return;
     }
     paths_.index = *path;
     try {
         indexes_ = cdx::IndexSet::Open(files_.Open(*path, {}),
                                        cdx::IndexContext{layout_.record, records_, name(), codePage()});
+        if (!indexes_->areUsable()) RefreshIndexes();
         for (std::string& warning : indexes_->warnings())
             warnings_.push_back(std::move(warning));
     } catch (const Error& error) {
@@ -248,7 +249,22 @@ void DbfTable::NoticeIndexes() {
     const bool foreign = records_.TakeForeignRecords();
     if (!indexes_->IsOutdated() && !foreign) return;
     EndRun();
-    indexes_->Refresh();
+    RefreshIndexes();
+}
+
+// Records and index are read one after the other: what another process writes between the two must not make
+// the index look as if it belonged to other records.
+void DbfTable::RefreshIndexes() {
+    constexpr int kMostTries = 8;  // then somebody writes all the time, and the next use looks again
+    for (int i = 0; i < kMostTries; ++i) {
+        records_.Refresh();
+        indexes_->Refresh();
+        const std::uint32_t count = records_.Count();
+        if (indexes_->areUsable()) break;
+        records_.Refresh();
+        if (!indexes_->IsOutdated() && records_.Count() == count) break;
+    }
+    records_.TakeForeignRecords();
 }
 
 std::uint32_t DbfTable::RecordCount() {
@@ -259,15 +275,18 @@ std::uint32_t DbfTable::RecordCount() {
 bool DbfTable::isUpdateable() const noexcept {
     // What the file system says of the files shows when they are opened for writing.
     return header_.isConsistent && !header_.version.dBase7 && !header_.version.encrypted &&
-           header_.version.known && (indexes_ != nullptr || !paths_.index);
+           header_.version.known && (indexes_ != nullptr || !paths_.index) &&
+           (!hasForeignIndex_ || writeSettings_.staleTags == cdx::StaleTags::Allow);
 }
 
 write::EditedTable DbfTable::Writable() {
     if (!isUpdateable())
         throw Error(ErrorKind::Unsupported,
                     "The table " + name() + " can only be read: " +
-                        (header_.isConsistent ? "tables of its kind are not written"
-                                              : "its fields and its record length contradict each other") +
+                        (hasForeignIndex_ ? "its index of dBASE (.mdx) could not be kept up to date; the "
+                                            "settings can allow stale indexes"
+                         : header_.isConsistent ? "tables of its kind are not written"
+                                                : "its fields and its record length contradict each other") +
                         ".");
     if (!writeFiles_)
         writeFiles_ = std::make_unique<write::WriteFiles>(files_, paths_, header_, writeSettings_);

@@ -98,6 +98,7 @@ private:
     void Refresh();
     void NoticeChanges();
     void NoticeIndexes();
+    void RefreshIndexes();
     const std::byte* RequireRecord(std::uint32_t record);
     void RequireIndex(std::size_t index) const;
 
@@ -112,6 +113,7 @@ private:
     std::unique_ptr<cdx::IndexSet> indexes_;
     bool blankNumbersAreNull_;
     bool showDeleted_;
+    bool hasForeignIndex_ = false;  ///< an index of dBASE, which writing would leave behind
     write::WriteSettings writeSettings_;
     write::TablePaths paths_;
     std::unique_ptr<write::WriteFiles> writeFiles_;

@@ -334,6 +334,11 @@ void IndexSet::Refresh() {
     implementation_->Refresh();
 }
 
+bool IndexSet::areUsable() const noexcept {
+    const auto& all = descriptions();
+    return std::all_of(all.begin(), all.end(), [](const auto& tag) { return tag.usable; });
+}
+
 bool IndexSet::IsOutdated() {
     return implementation_->IsOutdated();
 }

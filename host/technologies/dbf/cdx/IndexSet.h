@@ -62,6 +62,9 @@ public:
     /// Descriptions are made anew; a tag that was not usable may be so now, and the other way round.
     void Refresh();
 
+    /// No tag has been found wanting.
+    bool areUsable() const noexcept;
+
     /// Another process has changed the file since it was read last.
     bool IsOutdated();
 

@@ -142,7 +142,7 @@ void AppendBatch::BeginRun() {
     const std::uint32_t count = CountRecords(table_);
     if (table_.indexes != nullptr) {
         // Records that came without keys show in the probe.
-        if (table_.indexes->IsOutdated() || count != table_.records.known()) {
+        if (table_.indexes->IsOutdated() || count != table_.records.known() || !table_.indexes->areUsable()) {
             table_.records.Refresh();
             table_.records.TakeForeignRecords();
             table_.indexes->Refresh();

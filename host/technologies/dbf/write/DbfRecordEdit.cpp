@@ -264,7 +264,8 @@ void DbfRecordEdit::UpdateIndex(Change& change, const std::byte* before, const s
     change.LockIndex();
     // Records that came without keys show in the probe.
     const bool foreign = before == nullptr && table_.records.known() != number - 1;
-    if (foreign || table_.indexes->IsOutdated()) {
+    // A tag that seemed not to belong to the records is looked at once more while nobody else can write.
+    if (foreign || table_.indexes->IsOutdated() || !table_.indexes->areUsable()) {
         table_.records.Refresh();
         table_.indexes->Refresh();
     }
