@@ -239,6 +239,19 @@ def compatibility(check):
                           None if same else f"zurun: {ours.describe()}\ncscript: {theirs.describe()}")
 
 
+def samples(check, facts):
+    folder = check.work / "samples"
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir(parents=True)
+    for table in pathlib.Path(facts["folder"]).glob("customers.*"):
+        shutil.copyfile(table, folder / table.name)
+    script = pathlib.Path(__file__).resolve().parents[2] / "samples" / "text-files.vbs"
+    count = facts["customers"]
+    check.expect("text-files.vbs shows text files in every format",
+                 check.run(windows_path(script), windows_path(folder)),
+                 out_has=[f"{count} lines read, {count} records added", "tabs:      1 | ", "2 of 3 rows added", "row 2 failed"])
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("--bin", type=pathlib.Path, required=True)
@@ -258,6 +271,7 @@ def main():
         "streams": lambda: streams(check),
         "arguments": lambda: arguments(check),
         "tables": lambda: tables(check, facts),
+        "samples": lambda: samples(check, facts),
         "interruption": lambda: interruption(check),
         "registration": lambda: registration(check, facts),
         "compatibility": lambda: compatibility(check),
