@@ -3,7 +3,7 @@
 Option Explicit
 
 Dim customer, number
-Set customer = DbfPick(Args(0) & ">customers", "Whose orders?", "ACTIVE", 420, 760, , , "ID,NAME,CITY,COUNTRY")
+Set customer = DbfPick(Args(0) & ">customers", "Whose orders?", "(ACTIVE)", 420, 760, , , "ID,NAME,CITY,COUNTRY")
 If customer Is Nothing Then
     Echo "Nobody was picked."
     Quit 1

@@ -24,6 +24,12 @@ COLORREF LineColour() noexcept {
     return Blend(COLOR_WINDOW, COLOR_BTNSHADOW, 45);
 }
 
+/// The format without a point that nothing follows.
+std::wstring_view ShownFormat(std::u16string_view format) noexcept {
+    if (format.ends_with(u'.')) format.remove_suffix(1);
+    return com::AsWide(format);
+}
+
 void Frame(HDC context, RECT place, int thickness, COLORREF colour) {
     for (int i = 0; i < thickness; ++i) {
         Fill(context, {place.left, place.top, place.right, place.top + 1}, colour);
@@ -67,7 +73,7 @@ void GridPainter::PaintHeader(HDC context, const RECT& client) const {
         DrawCellText(context, caption, com::AsWide(shown.caption), shown.alignment);
         SetTextColor(context, Blend(COLOR_BTNTEXT, COLOR_BTNFACE, 40));
         SelectObject(context, fonts_.plain.get());
-        DrawCellText(context, PlaceOf(column, half, height - half - 1), com::AsWide(shown.format),
+        DrawCellText(context, PlaceOf(column, half, height - half - 1), ShownFormat(shown.format),
                      shown.alignment);
         Fill(context, {caption.right - 1, 0, caption.right, height}, GetSysColor(COLOR_BTNSHADOW));
     }

@@ -69,11 +69,11 @@ void txEditBox::CreateEdit(std::wstring_view text) {
 }
 
 void txEditBox::CreateToolbar() {
-    toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
-                               WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_LIST | TBSTYLE_FLAT | CCS_NORESIZE |
-                                   CCS_NOPARENTALIGN | CCS_NODIVIDER,
-                               0, 0, 10, 10, grid_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kToolbarId)),
-                               com::Module::handle(), nullptr);
+    toolbar_ = CreateWindowExW(
+        0, TOOLBARCLASSNAMEW, nullptr,
+        WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_LIST | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER, 0, 0,
+        10, 10, grid_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kToolbarId)), com::Module::handle(),
+        nullptr);
     SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(look_.font), FALSE);
     SendMessageW(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
@@ -105,9 +105,9 @@ void txEditBox::Place() {
     } else {
         // The text of a box hangs at its top: the box is made as high as its text and centred in the cell.
         InflateRect(&place, -Scaled(3, dpi), 0);
-        const LONG height = Fonts(dpi).height + 2;
-        place.top += std::max<LONG>(0, (place.bottom - place.top - height) / 2 - 1);
-        place.bottom = place.top + height;
+        const LONG text = Fonts(dpi).height;
+        place.top += std::max<LONG>(0, (place.bottom - place.top - text) / 2);
+        place.bottom = place.top + text + 1;
     }
     MoveWindow(edit_, place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
 

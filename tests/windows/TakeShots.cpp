@@ -27,7 +27,11 @@ public:
     template <class Act>
     void Take(const std::string& name, const std::string& call, Act&& act) {
         const std::wstring folder = zu::windows::FreshFolder("shot");
-        std::filesystem::copy(tables_, folder, std::filesystem::copy_options::recursive);
+        for (const char* file :
+             {"customers.dbf", "customers.cdx", "orders.dbf", "orders.cdx", "orders.fpt"}) {
+            const std::filesystem::path target = std::filesystem::path(folder) / file;
+            CopyFileW((std::filesystem::path(tables_) / file).c_str(), target.c_str(), FALSE);
+        }
         zu::windows::WritePeople(folder, {});
         RunningScript script(folder, "Set result = Nothing\n" + call + "\n");
         FormDriver form(script);
@@ -96,7 +100,7 @@ void TakeAll(Camera& camera) {
         zu::windows::WaitUntil([&] { return form.State(fgGrid::kCurrentRow) > 2; });
     });
     camera.Take("pick",
-                "Set result = DbfPick(Args(0) & \">customers\", \"Whose orders?\", \"ACTIVE\", " +
+                "Set result = DbfPick(Args(0) & \">customers\", \"Whose orders?\", \"(ACTIVE)\", " +
                     camera.Size(420, 620) + ", , , \"ID,NAME,CITY,COUNTRY\")",
                 [](FormDriver& form, RunningScript&) {
                     form.Press(VK_NEXT);
@@ -113,8 +117,8 @@ void TakeAll(Camera& camera) {
     });
     camera.Take("empty", "DbfEdit Args(0) & \">people\", \"People\", , , " + camera.Size(300, 600), nothing);
     camera.Take("memo",
-                "DbfEdit Args(0) & \">orders\", \"Orders\", \"NOT PAID AND NOTE LIKE '%deliver%'\", , " +
-                    camera.Size(420, 760) + ", , , \"ID,GOODS,AMOUNT,NOTE\", True",
+                "DbfEdit Args(0) & \">orders\", \"Orders\", \"(NOT PAID)\", , " + camera.Size(420, 760) +
+                    ", , , \"ID,GOODS,AMOUNT,NOTE\", True",
                 [](FormDriver& form, RunningScript&) {
                     form.Press(VK_END);
                     form.WaitForCell(2, 4);
