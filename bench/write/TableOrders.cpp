@@ -57,7 +57,8 @@ TableOrders::TableOrders(const std::string& folder)
 TableOrders::~TableOrders() = default;
 
 void TableOrders::Append(std::uint32_t first, std::uint32_t last, bool inOne) {
-    const auto batch = inOne ? table_->BeginBatch() : nullptr;
+    std::unique_ptr<technologies::Batch> batch;
+    if (inOne) batch = table_->BeginBatch();
     Value value;
     for (std::uint32_t number = first; number <= last; ++number) {
         const Order order = Order::Make(number);
@@ -100,7 +101,8 @@ void TableOrders::BuildIndex() {
 }
 
 void TableOrders::Update(std::uint32_t count, std::uint32_t total, bool inOne) {
-    const auto batch = inOne ? table_->BeginBatch() : nullptr;
+    std::unique_ptr<technologies::Batch> batch;
+    if (inOne) batch = table_->BeginBatch();
     const auto index = table_->FindIndex("ORDERS");
     std::vector<technologies::KeyCriterion> key(1);
     key[0].value.kind = Value::Kind::Integer;

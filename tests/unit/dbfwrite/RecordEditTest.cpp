@@ -282,5 +282,22 @@ TEST_F(RecordEdits, AnIndexThatCannotBeKeptUpToDateStopsWriting) {
     table = OpenTable(files);
 }
 
+TEST(RecordEditOfDBase4, IsRefusedBesideAnIndexThatWouldBeLeftBehind) {
+    files::MemoryFiles files;
+    TableWriter writer(files, "four.dbf", Format::DBase3, 0x03, {{"A", 'C', 5, 0}}, {2024, 1, 1});
+    writer.Close();
+    auto bytes = files.Get("four.dbf");
+    bytes[28] = std::byte{0x01};
+    files.Put("four.dbf", bytes);
+    files.Put("four.mdx", {});
+    const auto table = DbfTable::Open(files, "four.dbf", {});
+    EXPECT_FALSE(table->isUpdateable());
+    EXPECT_THROW(table->NewRecord(), Error);
+    technologies::TechnologySettings settings;
+    settings.allowStaleIndexes = true;
+    const auto forced = DbfTable::Open(files, "four.dbf", settings);
+    EXPECT_TRUE(forced->NewRecord()->Save());
+}
+
 }  // namespace
 }  // namespace zu::dbf::test

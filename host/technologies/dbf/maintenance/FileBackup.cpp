@@ -34,7 +34,7 @@ std::string FileBackup::FreeName(const std::string& path) {
 
 std::string FileBackup::Copy(const std::string& path) {
     const auto source = files_.Open(path, {});
-    const std::string name = FreeName(path);
+    std::string name = FreeName(path);
     const auto target = files_.Open(name, {files::Access::ReadWrite, files::Creation::CreateNew, true});
     copies_.push_back(name);
     std::vector<std::byte> block(kBlock);
