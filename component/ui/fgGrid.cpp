@@ -434,8 +434,14 @@ LRESULT fgGrid::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_PAINT:
             Paint();
             return 0;
-        case WM_ERASEBKGND:
+        case WM_ERASEBKGND: {
+            // The editor's toolbar borrows this as its own background; the grid itself is painted as a whole.
+            const HDC context = reinterpret_cast<HDC>(wParam);
+            RECT place{};
+            GetClipBox(context, &place);
+            FillRect(context, &place, GetSysColorBrush(COLOR_BTNFACE));
             return 1;
+        }
         case WM_SIZE:
             viewport_.SetSize(LOWORD(lParam), HIWORD(lParam));
             Moved();

@@ -69,11 +69,11 @@ void txEditBox::CreateEdit(std::wstring_view text) {
 }
 
 void txEditBox::CreateToolbar() {
-    toolbar_ = CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, nullptr,
-        WS_CHILD | WS_CLIPSIBLINGS | TBSTYLE_LIST | CCS_NORESIZE | CCS_NOPARENTALIGN | CCS_NODIVIDER, 0, 0,
-        10, 10, grid_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kToolbarId)), com::Module::handle(),
-        nullptr);
+    toolbar_ = CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
+                               WS_CHILD | WS_BORDER | WS_CLIPSIBLINGS | TBSTYLE_LIST | CCS_NORESIZE |
+                                   CCS_NOPARENTALIGN | CCS_NODIVIDER,
+                               0, 0, 10, 10, grid_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kToolbarId)),
+                               com::Module::handle(), nullptr);
     SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(toolbar_, WM_SETFONT, reinterpret_cast<WPARAM>(look_.font), FALSE);
     SendMessageW(toolbar_, TB_SETBITMAPSIZE, 0, MAKELPARAM(0, 0));
@@ -113,6 +113,8 @@ void txEditBox::Place() {
 
     SIZE size{};
     SendMessageW(toolbar_, TB_GETMAXSIZE, 0, reinterpret_cast<LPARAM>(&size));
+    size.cx += 2;
+    size.cy += 2;
     LONG top = std::max(place.bottom, cell_.bottom) + 1;
     if (top + size.cy > client.bottom) top = std::min(place.top, cell_.top) - size.cy - 1;
     const LONG left = std::max<LONG>(0, std::min<LONG>(place.left, client.right - size.cx));

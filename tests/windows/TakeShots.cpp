@@ -116,15 +116,16 @@ void TakeAll(Camera& camera) {
         form.WaitForBox();
     });
     camera.Take("empty", "DbfEdit Args(0) & \">people\", \"People\", , , " + camera.Size(300, 600), nothing);
-    camera.Take("memo",
-                "DbfEdit Args(0) & \">orders\", \"Orders\", \"(NOT PAID)\", , " + camera.Size(420, 760) +
-                    ", , , \"ID,GOODS,AMOUNT,NOTE\", True",
-                [](FormDriver& form, RunningScript&) {
-                    form.Press(VK_END);
-                    form.WaitForCell(2, 4);
-                    form.Press(VK_F2);
-                    form.WaitForEditor(true);
-                });
+    camera.Take(
+        "memo",
+        "DbfEdit Args(0) & \">orders\", \"Orders\", \"NOTE LIKE 'Fragile%' OR (PAID AND NOT PAID)\", , " +
+            camera.Size(420, 760) + ", , , \"ID,GOODS,AMOUNT,NOTE\", True",
+        [](FormDriver& form, RunningScript&) {
+            form.Press(VK_END);
+            form.WaitForCell(2, 4);
+            form.Press(VK_F2);
+            form.WaitForEditor(true);
+        });
 }
 
 }  // namespace
