@@ -5,7 +5,24 @@
 
 namespace zu::runner {
 
-EngineListener::EngineListener(TextOutput& output) {
+EngineListener::EngineListener(TextOutput& output, std::function<bool()> interrupted,
+                               std::function<void()> stop, std::atomic<bool>& working)
+    : progress_(output) {
+    AddMethod(L"Progress", [this, interrupted, &working](const CallArguments& call) {
+        call.RequireCount(3, 3);
+        working = true;
+        progress_.Show(call.Text(0), com::Convert(call[1], VT_R8)->dblVal,
+                       com::Convert(call[2], VT_R8)->dblVal);
+        return com::Variant(!interrupted());
+    });
+    AddMethod(L"ProgressEnd", [this, interrupted, stop, &working](const CallArguments& call) {
+        call.RequireCount(0, 0);
+        const bool ended = interrupted();
+        progress_.Finish(ended);
+        working = false;
+        if (ended) stop();
+        return com::Variant();
+    });
     AddMethod(L"Report", [&output](const CallArguments& call) {
         call.RequireCount(2, 2);
         output.WriteLines(L"engine error " + ErrorNumber(call.Long(0)) + L": " + call.Text(1));

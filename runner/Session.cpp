@@ -19,7 +19,10 @@ Session::Session(ScriptSource source, const std::vector<std::wstring>& arguments
       arguments_(MakeUnknown<ScriptArguments>(arguments).tryAs<IDispatch>()),
       routines_(MakeUnknown<ScriptRoutines>(host_)),
       functions_(MakeUnknown<GlobalFunctions>([&engine] { return engine.CreateFunctions(); })),
-      interruption_([this] { return host_.Stop(); }) {
+      interruption_([this] {
+          // A job that is watched ends by itself; the script is given the time to hear how far it came.
+          return working_ || host_.Stop();
+      }) {
     Add(L"WScript", MakeUnknown<WScriptObject>(*this).tryAs<IDispatch>(), false);
     Add(L"ZuRunner", MakeUnknown<GlobalNames>(*this).tryAs<IDispatch>(), true);
     Add(L"ZuFunctions", functions_.tryAs<IDispatch>(), true);
@@ -34,7 +37,8 @@ void Session::Add(const std::wstring& name, com::ComPtr<IDispatch> object, bool 
 }
 
 int Session::Run(bool trace) {
-    const auto listener = MakeUnknown<EngineListener>(console_.err);
+    const auto listener = MakeUnknown<EngineListener>(
+        console_.err, [this] { return interruption_.raised(); }, [this] { host_.Stop(); }, working_);
     engine_.Attach(routines_.get(), listener.get(), trace);
     host_.Run(source_);
     LetGo();

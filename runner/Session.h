@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -56,7 +57,8 @@ private:
     com::ComPtr<IDispatch> arguments_;
     com::ComPtr<ScriptRoutines> routines_;
     com::ComPtr<GlobalFunctions> functions_;
-    Interruption interruption_;  // last: its thread uses the host
+    std::atomic<bool> working_ = false;  ///< the engine is in a job that an interruption ends
+    Interruption interruption_;          // last: its thread uses the host
 };
 
 }  // namespace zu::runner

@@ -21,6 +21,8 @@ public:
     /// Writes the text as it is and a line end.
     void WriteLine(std::wstring_view text);
 
+    bool isConsole() const noexcept { return console_; }
+
 private:
     void WriteConsoleText(std::wstring_view text);
     void WriteBytes(std::string_view bytes);

@@ -4,6 +4,7 @@
 #include "component/engine/EngineContext.h"
 #include "component/engine/EngineData.h"
 #include "component/engine/EngineMessages.h"
+#include "idl/JobReports.h"
 #include "idl/Zuengine.h"
 
 namespace zu::component {
@@ -19,6 +20,8 @@ public:
     const EngineContext& context() const noexcept { return context_; }
     const EngineData& data() const noexcept { return data_; }
     const EngineMessages& messages() const noexcept { return messages_; }
+    /// Where long jobs are watched; null with an engine that does not.
+    com::ComPtr<JobReports> jobReports() const noexcept { return core_.tryAs<JobReports>(); }
     /// The window that modal windows belong to; null for none. Throws ComError.
     HWND OwnerWindow() const;
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "component/engine/WatchedJob.h"
+
 namespace zu::component {
 
 using com::Variant;
@@ -18,8 +20,9 @@ void RecordLoop::Run(com::SafeArray& arguments) {
     const Variant savedView = context_.Save(viewItem_);
     const Variant savedNumber = context_.Save(numberItem_);
     context_.Set(viewItem_, Variant(static_cast<IDispatch*>(view_.get())));
+    const WatchedJob job(L"process", 0);
     view_.MoveFirst();
-    while (!view_.Eof() && ProcessRecord(arguments))
+    while (!view_.Eof() && ProcessRecord(arguments) && job.GoesOnAfter(processed_))
         view_.MoveNext();
     context_.Set(viewItem_, savedView);
     context_.Set(numberItem_, savedNumber);

@@ -3,7 +3,9 @@
 #include "com/Bstr.h"
 #include "com/ComError.h"
 #include "component/engine/EngineLink.h"
+#include "component/engine/WatchedJob.h"
 #include "component/table/DataView.h"
+#include "idl/RecordRuns.h"
 
 namespace zu::component {
 
@@ -60,12 +62,17 @@ void TableCopy::CopyRows(FieldMatch match) {
     DataView source(from_);
     DataView destination(to_);
     RowCopy rows(source, destination, match);
+    const auto batch = to_.tryAs<RecordBatch>();
+    if (batch) Check(batch->BeginBatch());
+    const WatchedJob job(L"copy", 0);
     source.MoveFirst();
     while (!source.Eof()) {
         outcome_.BeginRow();
         outcome_.EndRow(rows.CopyRow());
+        if (!job.GoesOnAfter(outcome_.rows())) throw com::ComError(E_ABORT, L"Ended by the user");
         source.MoveNext();
     }
+    if (batch) Check(batch->EndBatch());
 }
 
 }  // namespace zu::component

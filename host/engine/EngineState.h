@@ -2,7 +2,11 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <vector>
+
 #include "host/engine/ContextItems.h"
+#include "host/engine/JobReport.h"
 #include "host/engine/Messages.h"
 #include "host/engine/Routines.h"
 
@@ -20,6 +24,7 @@ struct EngineState {
     Messages messages;
     ContextItems context;
     Routines routines;
+    std::vector<std::unique_ptr<JobReport>> jobs;  ///< of the component, the innermost last
     LONG ownerWindow = 0;
     bool interactive = true;
 };

@@ -59,7 +59,38 @@ void Messages::SetListener(IDispatch* listener) noexcept {
 }
 
 void Messages::Tell(const wchar_t* method, const LONG* code, std::wstring_view text) noexcept {
-    if (!listener_ || telling_) return;
+    try {
+        const com::Variant textArgument(text);
+        std::array<VARIANTARG, 2> arguments = {textArgument.get(), VARIANTARG{}};
+        if (code) {
+            arguments[1].vt = VT_I4;
+            arguments[1].lVal = *code;
+        }
+        Ask(method, std::span(arguments).first(code ? 2 : 1));
+    } catch (...) {  // NOLINT(bugprone-empty-catch): telling somebody must not make a failure worse
+    }
+}
+
+bool Messages::Progress(std::wstring_view job, std::uint64_t done, std::uint64_t total) noexcept {
+    try {
+        const com::Variant name(job);
+        const com::Variant doneArgument(static_cast<double>(done));
+        const com::Variant totalArgument(static_cast<double>(total));
+        std::array<VARIANTARG, 3> arguments = {totalArgument.get(), doneArgument.get(), name.get()};
+        const com::Variant answer = Ask(L"Progress", arguments);
+        return answer.type() != VT_BOOL || answer->boolVal != VARIANT_FALSE;
+    } catch (...) {
+        return true;
+    }
+}
+
+void Messages::EndProgress() noexcept {
+    Ask(L"ProgressEnd", {});
+}
+
+com::Variant Messages::Ask(const wchar_t* method, std::span<VARIANTARG> arguments) noexcept {
+    com::Variant answer;
+    if (!listener_ || telling_) return answer;
     telling_ = true;
     try {
         const com::ComPtr<IDispatch> listener = listener_;
@@ -67,19 +98,14 @@ void Messages::Tell(const wchar_t* method, const LONG* code, std::wstring_view t
         LPOLESTR names = name.data();
         DISPID id = DISPID_UNKNOWN;
         if (SUCCEEDED(listener->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_INVARIANT, &id))) {
-            const com::Variant textArgument(text);
-            std::array<VARIANTARG, 2> arguments = {textArgument.get(), VARIANTARG{}};
-            if (code) {
-                arguments[1].vt = VT_I4;
-                arguments[1].lVal = *code;
-            }
-            DISPPARAMS parameters{arguments.data(), nullptr, code ? 2U : 1U, 0};
-            listener->Invoke(id, IID_NULL, LOCALE_INVARIANT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
-                             nullptr);
+            DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+            listener->Invoke(id, IID_NULL, LOCALE_INVARIANT, DISPATCH_METHOD, &parameters, answer.put(),
+                             nullptr, nullptr);
         }
     } catch (...) {  // NOLINT(bugprone-empty-catch): telling somebody must not make a failure worse
     }
     telling_ = false;
+    return answer;
 }
 
 std::vector<std::wstring> InsertionsOf(SAFEARRAY* arguments) {

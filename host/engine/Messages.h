@@ -5,11 +5,13 @@
 #include <oleauto.h>
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "com/ComPtr.h"
+#include "com/Variant.h"
 
 namespace zu::host {
 
@@ -21,8 +23,8 @@ struct LastError {
 
 /// The messages of one thread: the last error, the log, and the listener that a client may set.
 ///
-/// The listener is an object with the methods Report(Code, Text) and Trace(Text); both are optional. What it
-/// answers or raises does not matter here.
+/// The listener is an object with the methods Report(Code, Text), Trace(Text), Progress(Job, Done, Total) and
+/// ProgressEnd(); all are optional. Only what Progress answers matters here; errors never do.
 class Messages {
 public:
     /// A diagnostic text: to the log (level debug) and, while tracing, to the listener.
@@ -33,6 +35,11 @@ public:
     void Note(LONG code, std::wstring_view text) noexcept;
     /// Something that was tolerated: log and, while tracing, listener.
     void Warn(std::wstring_view text) noexcept;
+
+    /// How far a long job is, for the listener's Progress(Job, Done, Total). False: the job is to end.
+    bool Progress(std::wstring_view job, std::uint64_t done, std::uint64_t total) noexcept;
+    /// The job told last is over: the listener's ProgressEnd().
+    void EndProgress() noexcept;
 
     const LastError& lastError() const noexcept { return last_; }
     void Forget() noexcept { last_ = {}; }
@@ -45,6 +52,8 @@ public:
 private:
     void Remember(LONG code, std::wstring_view text) noexcept;
     void Tell(const wchar_t* method, const LONG* code, std::wstring_view text) noexcept;
+    /// Arguments last first. Answers what the listener answered, Empty when it did not.
+    com::Variant Ask(const wchar_t* method, std::span<VARIANTARG> arguments) noexcept;
 
     LastError last_;
     com::ComPtr<IDispatch> listener_;

@@ -1,14 +1,16 @@
 #pragma once
 
 #include "com/Object.h"
+#include "idl/JobReports.h"
 #include "idl/Zuengine.h"
 
 namespace zu::host {
 
 /// The project object, which is the engine object too. Every object of a thread is a door to the same engine:
 /// what one of them is told counts for all (see EngineState).
-class Zuproject final : public com::DualObject<Zuproject, ZuProject, ZuEngineCore, ZuEngineContext,
-                                               ZuEngineData, ZuEngineMessages, ZuEngineUserInterface> {
+class Zuproject final
+    : public com::DualObject<Zuproject, ZuProject, ZuEngineCore, ZuEngineContext, ZuEngineData,
+                             ZuEngineMessages, ZuEngineUserInterface, JobReports> {
 public:
     static CLSID classId() noexcept { return __uuidof(::Project); }
 
@@ -73,6 +75,11 @@ public:
     HRESULT STDMETHODCALLTYPE SetOwnerWindow(LONG Window) noexcept override;
     HRESULT STDMETHODCALLTYPE get_Interactive(VARIANT_BOOL* Result) noexcept override;
     HRESULT STDMETHODCALLTYPE put_Interactive(VARIANT_BOOL Value) noexcept override;
+
+    // The private half for the component
+    HRESULT STDMETHODCALLTYPE BeginJob(const wchar_t* name, LONG total) noexcept override;
+    HRESULT STDMETHODCALLTYPE ReportJob(LONG done) noexcept override;
+    HRESULT STDMETHODCALLTYPE EndJob() noexcept override;
 };
 
 }  // namespace zu::host

@@ -10,7 +10,8 @@ TableWork::TableWork(std::string what, std::wstring_view database, std::wstring_
     : what_(std::move(what)),
       name_(SplitDatabaseName(database)),
       table_(text::ToUtf8(com::AsUtf16(table))),
-      technology_(MakeTechnology(name_.technology)) {}
+      technology_(MakeTechnology(name_.technology)),
+      report_(std::wstring(what_.begin(), what_.end()) + L" " + std::wstring(table)) {}
 
 void TableWork::LetGoIdleTables() {
     TableReuse::Instance().CloseIdle();

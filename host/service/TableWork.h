@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "host/engine/JobReport.h"
 #include "host/service/TableOpener.h"
 #include "host/technologies/Maintenance.h"
 #include "host/technologies/Technology.h"
@@ -22,8 +23,8 @@ public:
     technologies::Technology& technology() const noexcept { return *technology_; }
     const std::string& database() const noexcept { return name_.database; }
     const std::string& table() const noexcept { return table_; }
-    /// Who wants to hear how far the work is; may be null.
-    technologies::Progress* progress() const noexcept { return nullptr; }
+    /// Tells the listener how far the work is.
+    technologies::Progress* progress() noexcept { return &report_; }
 
     /// Answers what `body` answers.
     template <class Body>
@@ -49,6 +50,7 @@ private:
     DatabaseName name_;
     std::string table_;
     std::unique_ptr<technologies::Technology> technology_;
+    JobReport report_;
 };
 
 }  // namespace zu::host

@@ -203,12 +203,19 @@ def tables(check, facts):
                  check.run("-e", f"Set t = DbfOpen(\"{folder}>customers\")\nSet v = t.Filter(\"\")\nQuit 3"), 3, err="")
 
 
-def interruption(check):
+def interruption(check, facts):
     for name, code in {"VBScript": "Echo 1\nDo\nLoop", "JScript": "Echo(1); for (;;) { var x = 1; }"}.items():
         check.expect(f"Ctrl+C ends a {name} that never ends",
                      check.run("--language", name, "-e", code, interrupt=True), 130, out="1\n")
     check.expect("Ctrl+C ends a script that sleeps",
                  check.run("-e", "Echo 1\nWScript.Sleep 600000\nEcho 2", interrupt=True), 130, out="1\n")
+    # The routine speaks when the job is old enough to be watched.
+    path = check.file("watched.vbs", f"Dim started, said\r\nstarted = Timer\r\n"
+                      f"DbfProcess \"{facts['tables']}>customers\", \"Work\"\r\nFunction Work()\r\n"
+                      "  WScript.Sleep 20\r\n  If Timer - started > 1 And Not said Then\r\n    Echo 1\r\n"
+                      "    said = True\r\n  End If\r\n  Work = True\r\nEnd Function\r\n")
+    check.expect("Ctrl+C ends a long job, which says how far it came", check.run(path, interrupt=True), 130, out="1\n",
+                 err_has=["process: ended after ", " records"])
 
 
 def registration(check, facts):
@@ -243,13 +250,25 @@ def samples(check, facts):
     folder = check.work / "samples"
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir(parents=True)
-    for table in pathlib.Path(facts["folder"]).glob("customers.*"):
-        shutil.copyfile(table, folder / table.name)
+    for table in pathlib.Path(facts["folder"]).glob("*.*"):
+        if table.stem in ("customers", "orders"):
+            shutil.copyfile(table, folder / table.name)
     script = pathlib.Path(__file__).resolve().parents[2] / "samples" / "text-files.vbs"
     count = facts["customers"]
     check.expect("text-files.vbs shows text files in every format",
                  check.run(windows_path(script), windows_path(folder)),
                  out_has=[f"{count} lines read, {count} records added", "tabs:      1 | ", "2 of 3 rows added", "row 2 failed"])
+    tables, scripts = windows_path(folder), script.parent
+    check.expect("prices.vbs corrects prices record by record",
+                 check.run(windows_path(scripts / "prices.vbs"), tables, "5"), out_has=[" orders, ", " before, ", " after"])
+    merge = windows_path(scripts / "merge.vbs")
+    check.expect("merge.vbs makes the table the first time",
+                 check.run(merge, tables + ">customers", tables + ">archive", "ID <= 100"), out_has=[" rows added"])
+    check.expect("merge.vbs adds to it from then on, and lists the rows that were not taken",
+                 check.run(merge, tables + ">customers", tables + ">archive", "ID > 100 AND ID <= 200"), out_has=[" rows added"])
+    check.expect("tidy.js deletes, cleans up and indexes",
+                 check.run(windows_path(scripts / "tidy.js"), tables + "\\archive", "ID <= 50", "NAME"),
+                 out_has=[" records deleted", " records left, in order of NAME"])
 
 
 def main():
@@ -272,7 +291,7 @@ def main():
         "arguments": lambda: arguments(check),
         "tables": lambda: tables(check, facts),
         "samples": lambda: samples(check, facts),
-        "interruption": lambda: interruption(check),
+        "interruption": lambda: interruption(check, facts),
         "registration": lambda: registration(check, facts),
         "compatibility": lambda: compatibility(check),
     }
