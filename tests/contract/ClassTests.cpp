@@ -161,11 +161,4 @@ TEST_F(Classes, InternalOperationsOfAnOpenTableAreRefusedFromOutside) {
     EXPECT_EQ(CallByName(*table.get(), L"NoSuchMember", {}).result, DISP_E_UNKNOWNNAME);
 }
 
-TEST_F(Classes, MembersNotBuiltYetSayThatTheyAreNot) {
-    const auto control = Create(L"ZuDBFFunctions.ZuDbfControl").tryAs<_ZuDbfControl>();
-    ComPtr<_ZuExportFormats> formats;
-    EXPECT_EQ(control->get_ExportFormats(formats.put()), E_NOTIMPL);
-    EXPECT_THAT(TakeCalls(), IsEmpty());
-}
-
 }  // namespace zu::contract
