@@ -50,19 +50,22 @@ function(zu_test name label)
     set_tests_properties(${name} PROPERTIES LABELS "${label}" TIMEOUT 600)
 endfunction()
 
-# zu_fuzz(NAME SOURCES... LINK libs... CORPUS folder): a libFuzzer program, built only with the preset native-fuzz.
+# zu_fuzz(NAME SOURCES... LINK libs... CORPUS folder [RUNS n]): a libFuzzer program, built only with the preset native-fuzz.
 # CTest runs it for a fixed number of rounds from a fixed seed over the kept corpus; `./zu fuzz` runs it for a time.
 function(zu_fuzz name)
     if(NOT ZU_FUZZ)
         return()
     endif()
-    cmake_parse_arguments(arg "" "CORPUS" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "" "CORPUS;RUNS" "SOURCES;LINK" ${ARGN})
+    if(NOT arg_RUNS)
+        set(arg_RUNS 20000)
+    endif()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE zu_settings ${arg_LINK})
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
     get_filename_component(corpus "${arg_CORPUS}" ABSOLUTE)
     add_test(NAME ${name}
-        COMMAND "${CMAKE_SOURCE_DIR}/tools/fuzz-target" $<TARGET_FILE:${name}> "${corpus}" -runs=20000
+        COMMAND "${CMAKE_SOURCE_DIR}/tools/fuzz-target" $<TARGET_FILE:${name}> "${corpus}" -runs=${arg_RUNS}
         WORKING_DIRECTORY "${CMAKE_BINARY_DIR}")
     set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 600)
 endfunction()
