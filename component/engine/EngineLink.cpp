@@ -40,7 +40,8 @@ void EngineLink::Start() noexcept {
 HWND EngineLink::OwnerWindow() const {
     LONG window = 0;
     Check(com::Required(userInterface_.get())->OwnerWindow(&window));
-    // Window handles have 32 significant bits in every process.
+    // The contract hands windows out as numbers; handles have 32 significant bits in every process.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     return reinterpret_cast<HWND>(static_cast<LONG_PTR>(window));
 }
 

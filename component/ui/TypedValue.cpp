@@ -91,7 +91,7 @@ TypedValue DateValue(std::wstring_view text) {
 }
 
 TypedValue ByteValue(std::wstring_view text) {
-    const TypedValue none{Variant(), L"This field takes a whole number from 0 to 255."};
+    TypedValue none{Variant(), L"This field takes a whole number from 0 to 255."};
     double number = 0;
     try {
         number = std::trunc(com::Convert(Variant(WithDecimalPoint(text)), VT_R8)->dblVal);
