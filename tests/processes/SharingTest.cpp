@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -14,7 +16,7 @@ namespace {
 TEST(FourProcesses, AppendAndChangeOneTableWithoutLosingAnything) {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
     constexpr LONG kWorkers = 4;
-    constexpr LONG kRecords = 80;
+    constexpr LONG kRecords = 60;
     const WorkTable table;
     {
         WorkView view(table.folder());
@@ -25,6 +27,9 @@ TEST(FourProcesses, AppendAndChangeOneTableWithoutLosingAnything) {
         workers.push_back(std::make_unique<ChildProcess>(
             L"table_worker.exe",
             L"share \"" + table.folder() + L"\" " + std::to_wstring(i) + L" " + std::to_wstring(kRecords)));
+    for (const auto& worker : workers)
+        ASSERT_EQ(worker->ReadLine(), "ready");
+    std::ofstream(std::filesystem::path(table.folder()) / L"go").close();
     int lost = 0;
     for (const auto& worker : workers) {
         const auto line = worker->ReadLine();
@@ -42,7 +47,7 @@ TEST(FourProcesses, AppendAndChangeOneTableWithoutLosingAnything) {
     {
         WorkView view(table.folder());
         ASSERT_EQ(view.Count(), 1 + kWorkers * kRecords);
-        EXPECT_EQ(view.Counter(0), kWorkers * kRecords) << "each counting must count";
+        EXPECT_EQ(view.Counter(0), kWorkers * kCountings) << "each counting must count";
         std::map<LONG, int> found;
         for (LONG i = 1; i < view.Count(); ++i) {
             const WorkRecord record = view.Read(i);

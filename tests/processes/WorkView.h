@@ -61,5 +61,7 @@ private:
 };
 
 inline constexpr wchar_t kWorkTable[] = L"work";
+/// How often each of the processes that share a table counts up.
+inline constexpr LONG kCountings = 250;
 
 }  // namespace zu::test

@@ -85,8 +85,20 @@ private:
     std::mt19937 random_;
 };
 
+/// Until the file "go" is there: the processes are to work at the same time, however long each takes to
+/// start.
+void WaitForGo(std::wstring_view folder) {
+    constexpr ULONGLONG kLongest = 60'000;  // then nobody is there any more to say go
+    const std::wstring file = std::wstring(folder) + L"\\go";
+    const ULONGLONG start = GetTickCount64();
+    while (GetFileAttributesW(file.c_str()) == INVALID_FILE_ATTRIBUTES && GetTickCount64() - start < kLongest)
+        SwitchToThread();
+}
+
 void Share(std::wstring_view folder, LONG number, LONG count) {
     WorkView view(folder);
+    Say("ready");
+    WaitForGo(folder);
     int lost = 0;
     for (LONG i = 1; i <= count; ++i) {
         const LONG id = number * 10'000 + i;
@@ -95,8 +107,10 @@ void Share(std::wstring_view folder, LONG number, LONG count) {
         const LONG index = view.Count() - 1;
         while (!view.Change(index, id, 2)) {
         }
-        lost += view.CountUp(0);
     }
+    // One behind the other, so that the processes meet as often as they can.
+    for (LONG i = 1; i <= kCountings; ++i)
+        lost += view.CountUp(0);
     Say("done " + std::to_string(count) + " " + std::to_string(lost));
 }
 
