@@ -54,8 +54,8 @@ STDMETHODIMP Functions::DbfPick(VARIANT TableDefn, BSTR Title, BSTR Condition, L
                                 LONG Top, LONG Left, VARIANT* FieldNames, VARIANT* ReturnField,
                                 VARIANT* Result) {
     return Trapped(Result, [&] {
-        const ComPtr<ZuDataView> view =
-            LookUpRecords(TableDefn, GivenText(Condition), Variant(true), AllRecords(kForReading, FieldNames));
+        const ComPtr<ZuDataView> view = LookUpRecords(TableDefn, GivenText(Condition), Variant(true),
+                                                      AllRecords(kForReading, FieldNames));
         ComPtr<ZuDataView> picked;
         {
             frmDBFEdit form;

@@ -16,7 +16,7 @@ using com::Check;
 namespace {
 
 /// Longer contents do not make a column wider; it can be dragged.
-constexpr LONG kWidestContent = 40;
+constexpr LONG kWidestContent = 28;
 /// Narrow fields still show a heading and the frame of the current cell.
 constexpr LONG kNarrowestContent = 3;
 
