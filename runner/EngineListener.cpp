@@ -5,8 +5,8 @@
 
 namespace zu::runner {
 
-EngineListener::EngineListener(TextOutput& output, std::function<bool()> interrupted,
-                               std::function<void()> stop, std::atomic<bool>& working)
+EngineListener::EngineListener(TextOutput& output, const std::function<bool()>& interrupted,
+                               const std::function<void()>& stop, std::atomic<bool>& working)
     : progress_(output) {
     AddMethod(L"Progress", [this, interrupted, &working](const CallArguments& call) {
         call.RequireCount(3, 3);

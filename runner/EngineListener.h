@@ -16,8 +16,8 @@ class EngineListener final : public NamedMembers {
 public:
     /// A job ends when `interrupted` answers true; `stop` is called then, to end the script too. `working`
     /// tells other threads that a job is watched.
-    EngineListener(TextOutput& output, std::function<bool()> interrupted, std::function<void()> stop,
-                   std::atomic<bool>& working);
+    EngineListener(TextOutput& output, const std::function<bool()>& interrupted,
+                   const std::function<void()>& stop, std::atomic<bool>& working);
 
 private:
     ProgressLine progress_;
