@@ -48,6 +48,7 @@ void FaultyFiles::State::Dead() {
 }
 
 bool FaultyFiles::State::Step(bool grows) {
+    if (watch) watch();
     ++steps;
     if (!failAt || steps < *failAt) return false;
     switch (fault) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -37,6 +38,8 @@ public:
     void FailAt(std::size_t step, Fault fault, ErrorKind kind = ErrorKind::IoFailure);
     /// Everything works again, and the count starts anew.
     void Heal();
+    /// Calls `watch` before every step that is still to be made; nothing: no more.
+    void Watch(std::function<void()> watch) { state_->watch = std::move(watch); }
     /// Steps since the last FailAt or Heal.
     std::size_t steps() const noexcept { return state_->steps; }
     /// The chosen step was reached.
@@ -48,6 +51,7 @@ public:
         Fault fault = Fault::Refuse;
         ErrorKind kind = ErrorKind::IoFailure;
         bool fired = false;
+        std::function<void()> watch{};
 
         /// Counts a step; throws when it must fail. Answers true when only half of it is to be done, after
         /// which the caller throws Dead.

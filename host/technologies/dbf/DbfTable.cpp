@@ -365,12 +365,31 @@ void DbfTable::RequireIndex(std::size_t index) const {
     }
 }
 
+// Half of a change is no tree. Writers have this lock alone while they change pages; one that died with it
+// has left a journal.
+locking::FileLock DbfTable::LockIndex() {
+    constexpr int kMostDead = 2;  // processes that die one after the other while we wait
+    for (int i = 0;; ++i) {
+        locking::FileLock lock = locking::FileLock::Take(
+            indexes_->file(), {{locking::IndexLock(writeSettings_.scheme), locking::LockRange{}}, 1},
+            files::LockMode::Shared, writeSettings_.wait, "The index file " + *paths_.index);
+        if (i == kMostDead || !transaction::Journal::MayHoldChange(files_, paths_.journal())) return lock;
+        lock.Release();
+        if (Recover(files_, path_)) CompleteRecords();
+    }
+}
+
 std::vector<std::uint32_t> DbfTable::Select(const technologies::Selection& selection) {
+    EndRun();
+    const bool isAll = expression::IsBlank(selection.condition);
+    locking::FileLock lock;
+    if (indexes_ && (selection.index || !isAll)) lock = LockIndex();
     Refresh();
     if (selection.index) RequireIndex(*selection.index);
     RecordSelector selector(records_, indexes_.get(), selection.includeDeleted || showDeleted_,
                             selection.maxRecords);
-    if (expression::IsBlank(selection.condition)) return selector.Find(nullptr, selection.index);
+    selector.Hold(std::move(lock));
+    if (isAll) return selector.Find(nullptr, selection.index);
     const auto condition = expression::Program::Compile(selection.condition, layout_.record);
     return selector.Find(&condition, selection.index);
 }
@@ -379,6 +398,8 @@ std::vector<std::uint32_t> DbfTable::Seek(std::size_t index,
                                           const std::vector<technologies::KeyCriterion>& criteria,
                                           std::uint32_t maxRecords, bool includeDeleted) {
     EndRun();
+    locking::FileLock lock;
+    if (indexes_) lock = LockIndex();
     NoticeChanges();
     RequireIndex(index);
     RecordSelector selector(records_, indexes_.get(), includeDeleted || showDeleted_, maxRecords);

@@ -15,6 +15,7 @@
 #include "host/technologies/dbf/RecordFile.h"
 #include "host/technologies/dbf/TableLayout.h"
 #include "host/technologies/dbf/cdx/IndexSet.h"
+#include "host/technologies/dbf/locking/FileLock.h"
 #include "host/technologies/dbf/write/AppendBatch.h"
 #include "host/technologies/dbf/write/EditedTable.h"
 #include "host/technologies/dbf/write/WriteFiles.h"
@@ -95,6 +96,7 @@ private:
     /// Gives keys to records that a process that died has added without them.
     void CompleteRecords();
     void EndRun();
+    locking::FileLock LockIndex();
     void Refresh();
     void NoticeChanges();
     void NoticeIndexes();

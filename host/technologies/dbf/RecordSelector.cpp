@@ -80,7 +80,9 @@ std::vector<std::uint32_t> RecordSelector::All() {
 
 std::vector<std::uint32_t> RecordSelector::Matching(const expression::Program& condition, std::size_t limit) {
     std::vector<std::uint32_t> candidates;
-    return Candidates(condition, candidates) ? Check(condition, candidates, limit) : Scan(condition, limit);
+    const bool isNarrowed = Candidates(condition, candidates);
+    lock_.Release();
+    return isNarrowed ? Check(condition, candidates, limit) : Scan(condition, limit);
 }
 
 std::vector<std::uint32_t> RecordSelector::Scan(const expression::Program& condition, std::size_t limit) {

@@ -2,11 +2,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "host/expression/Program.h"
 #include "host/technologies/dbf/RecordFile.h"
 #include "host/technologies/dbf/cdx/IndexSet.h"
+#include "host/technologies/dbf/locking/FileLock.h"
 
 namespace zu::dbf {
 
@@ -21,6 +23,9 @@ public:
 
     /// The records that meet `condition` (null: all), in record order, or in the order of the tag `index`.
     std::vector<std::uint32_t> Find(const expression::Program* condition, std::optional<std::size_t> index);
+
+    /// `lock` is let go as soon as the index has been read.
+    void Hold(locking::FileLock lock) noexcept { lock_ = std::move(lock); }
 
     /// Takes one record in; to be used with IndexSet::Walk and Seek. False when no more are wanted.
     bool Take(std::uint32_t record, std::vector<std::uint32_t>& found);
@@ -43,6 +48,7 @@ private:
     cdx::IndexSet* indexes_;
     bool includeDeleted_;
     std::size_t limit_;
+    locking::FileLock lock_;
 };
 
 }  // namespace zu::dbf

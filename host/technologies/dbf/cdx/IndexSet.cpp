@@ -61,6 +61,8 @@ public:
         Load();
     }
 
+    files::File& file() noexcept { return file_.file(); }
+
     void Refresh() {
         file_.Refresh();
         Load();
@@ -337,6 +339,10 @@ void IndexSet::Refresh() {
 bool IndexSet::areUsable() const noexcept {
     const auto& all = descriptions();
     return std::all_of(all.begin(), all.end(), [](const auto& tag) { return tag.usable; });
+}
+
+files::File& IndexSet::file() noexcept {
+    return implementation_->file();
 }
 
 bool IndexSet::IsOutdated() {

@@ -80,6 +80,9 @@ public:
     /// The change that was begun last is in the file now.
     void TakeOwnChange();
 
+    /// The file that the tags are in, for its locks.
+    files::File& file() noexcept;
+
     /// What had to be tolerated, UTF-8, one text for each tag that is not used.
     std::vector<std::string> warnings() const;
 
