@@ -22,15 +22,16 @@ struct RecordRuns : IUnknown {
                                               ULONG* records) noexcept = 0;
 };
 
-/// Adds many records to a view's table: work on indexes is gathered meanwhile, and each record is as safe as
-/// ever once it is saved.
+/// Adds many records to a view's table: they may be held back in memory, and work on indexes is gathered. A
+/// record is safe against the end of the process at the latest when the batch ends.
 struct RecordBatch : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE BeginBatch() noexcept = 0;
-    /// Also ends by itself when the view goes.
-    virtual HRESULT STDMETHODCALLTYPE EndBatch() noexcept = 0;
+    /// Also ends by itself when the view goes. `*lost`, also set when an error is answered, receives how many
+    /// of the records that were saved last could not be written and are not in the table.
+    virtual HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept = 0;
 };
 
 }  // namespace zu
 
 __CRT_UUID_DECL(zu::RecordRuns, 0x6E1C0A57, 0x93D4, 0x4F2B, 0xA7, 0x0C, 0x52, 0x1D, 0xB8, 0x36, 0xEF, 0x94)
-__CRT_UUID_DECL(zu::RecordBatch, 0x1F84B7C3, 0x5A20, 0x4D69, 0x8E, 0x3B, 0xC9, 0x07, 0x64, 0xA1, 0x2D, 0x5E)
+__CRT_UUID_DECL(zu::RecordBatch, 0x7D02E5B9, 0x3C81, 0x4FA6, 0x95, 0x6B, 0x48, 0xF1, 0xB2, 0x0E, 0x73, 0xCA)

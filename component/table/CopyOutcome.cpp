@@ -1,5 +1,8 @@
 #include "component/table/CopyOutcome.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <string>
 
 #include "com/SafeArray.h"
@@ -28,9 +31,27 @@ Variant TextList(const std::vector<LONG>& numbers) {
 void CopyOutcome::EndRow(bool added) {
     if (added) {
         ++added_;
+        if (listsFailures_) Remember(rows_);
     } else if (listsFailures_) {
         failed_.push_back(rows_);
     }
+}
+
+void CopyOutcome::Remember(LONG row) {
+    // No view holds back more rows than this: the memory stays the same however long the copy is.
+    constexpr std::size_t kMostHeldBack = 1U << 18;
+    if (recent_.size() == 2 * kMostHeldBack) recent_.erase(recent_.begin(), recent_.begin() + kMostHeldBack);
+    recent_.push_back(row);
+}
+
+void CopyOutcome::TakeBack(LONG count) {
+    added_ -= std::min(count, added_);
+    if (!listsFailures_) return;
+    const auto first = recent_.end() - std::min<std::ptrdiff_t>(count, std::ssize(recent_));
+    const auto before = std::ssize(failed_);
+    failed_.insert(failed_.end(), first, recent_.end());
+    std::inplace_merge(failed_.begin(), failed_.begin() + before, failed_.end());
+    recent_.erase(first, recent_.end());
 }
 
 void CopyOutcome::Write(VARIANT* rowCount, VARIANT* addedCount, VARIANT* failedRowIndexes) const noexcept {

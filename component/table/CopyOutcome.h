@@ -17,6 +17,8 @@ public:
     void BeginRow() noexcept { ++rows_; }
     /// The end of the row begun last.
     void EndRow(bool added);
+    /// The `count` rows that were added last failed after all.
+    void TakeBack(LONG count);
 
     LONG rows() const noexcept { return rows_; }
     LONG added() const noexcept { return added_; }
@@ -26,10 +28,13 @@ public:
     void Write(VARIANT* rowCount, VARIANT* addedCount, VARIANT* failedRowIndexes) const noexcept;
 
 private:
+    void Remember(LONG row);
+
     LONG rows_ = 0;
     LONG added_ = 0;
     bool listsFailures_;
     std::vector<LONG> failed_;
+    std::vector<LONG> recent_;  ///< the rows added last, only kept for a caller who wants the failed ones
 };
 
 }  // namespace zu::component

@@ -5,7 +5,7 @@
 #include "component/engine/EngineLink.h"
 #include "component/engine/WatchedJob.h"
 #include "component/table/DataView.h"
-#include "idl/RecordRuns.h"
+#include "component/table/GatheredRows.h"
 
 namespace zu::component {
 
@@ -62,8 +62,7 @@ void TableCopy::CopyRows(FieldMatch match) {
     DataView source(from_);
     DataView destination(to_);
     RowCopy rows(source, destination, match);
-    const auto batch = to_.tryAs<RecordBatch>();
-    if (batch) Check(batch->BeginBatch());
+    GatheredRows gathered(destination, outcome_);
     const WatchedJob job(L"copy", 0);
     source.MoveFirst();
     while (!source.Eof()) {
@@ -72,7 +71,7 @@ void TableCopy::CopyRows(FieldMatch match) {
         if (!job.GoesOnAfter(outcome_.rows())) throw com::ComError(E_ABORT, L"Ended by the user");
         source.MoveNext();
     }
-    if (batch) Check(batch->EndBatch());
+    gathered.Finish();
 }
 
 }  // namespace zu::component

@@ -7,8 +7,8 @@
 #include "component/engine/EngineLink.h"
 #include "component/engine/RunTimeError.h"
 #include "component/engine/Trapped.h"
+#include "component/table/GatheredRows.h"
 #include "component/textio/TextFile.h"
-#include "idl/RecordRuns.h"
 
 namespace zu::component {
 
@@ -75,14 +75,13 @@ void TextImport::SetCondition(std::wstring_view condition) {
 }
 
 void TextImport::Run(textio::LineReader& lines, std::wstring_view path) {
-    const com::ComPtr<RecordBatch> batch = com::Share(view_.get()).tryAs<RecordBatch>();
-    if (batch) Check(batch->BeginBatch());
+    GatheredRows gathered(view_, outcome_);
     if (encoding_.isSingleByte()) {
         ReadLines<char>(lines, path);
     } else {
         ReadLines<char16_t>(lines, path);
     }
-    if (batch) Check(batch->EndBatch());
+    gathered.Finish();
 }
 
 template <class Char>

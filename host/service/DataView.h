@@ -17,7 +17,7 @@ public:
     HRESULT STDMETHODCALLTYPE ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
                                       ULONG* records) noexcept override;
     HRESULT STDMETHODCALLTYPE BeginBatch() noexcept override;
-    HRESULT STDMETHODCALLTYPE EndBatch() noexcept override;
+    HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept override;
 
 private:
     technologies::RowCells run_;

@@ -59,12 +59,15 @@ HRESULT DataView::BeginBatch() noexcept {
     });
 }
 
-HRESULT DataView::EndBatch() noexcept {
-    return Guarded([&] {
-        const std::shared_ptr<RecordSet> gathered = std::move(gathered_);
-        const std::unique_ptr<technologies::Batch> batch = std::move(batch_);
-        if (batch) batch->Finish();
-    });
+HRESULT DataView::EndBatch(ULONG* lost) noexcept {
+    if (!lost) return E_POINTER;
+    *lost = 0;
+    const std::shared_ptr<RecordSet> gathered = std::move(gathered_);
+    const std::unique_ptr<technologies::Batch> batch = std::move(batch_);
+    if (!batch) return S_OK;
+    const HRESULT result = Guarded([&] { batch->Finish(); });
+    *lost = batch->lost();
+    return result;
 }
 
 }  // namespace zu::host

@@ -18,16 +18,16 @@ public:
     void WriteAt(std::uint64_t offset, std::span<const std::byte> data) override {
         if (state_->Step(offset + data.size() > inner_->Size())) {
             inner_->WriteAt(offset, data.first(data.size() / 2));
-            FaultyFiles::State::Dead();
+            state_->Fail();
         }
         inner_->WriteAt(offset, data);
     }
     void Truncate(std::uint64_t size) override {
-        if (state_->Step(size > inner_->Size())) FaultyFiles::State::Dead();
+        if (state_->Step(size > inner_->Size())) state_->Fail();
         inner_->Truncate(size);
     }
     void Flush() override {
-        if (state_->Step(false)) FaultyFiles::State::Dead();
+        if (state_->Step(false)) state_->Fail();
         inner_->Flush();
     }
     std::unique_ptr<Mapping> Map() const override { return inner_->Map(); }
@@ -42,6 +42,11 @@ private:
 };
 
 }  // namespace
+
+void FaultyFiles::State::Fail() const {
+    if (fault == Fault::Filled) throw Error(ErrorKind::DiskFull, "the disk is full");
+    Dead();
+}
 
 void FaultyFiles::State::Dead() {
     throw Error(ErrorKind::Internal, "the process has ended");
@@ -60,6 +65,9 @@ bool FaultyFiles::State::Step(bool grows) {
             if (!grows) return false;
             fired = true;
             throw Error(ErrorKind::DiskFull, "the disk is full");
+        case Fault::Filled:
+            fired = fired || grows;
+            return grows;
         case Fault::Torn:
             if (steps == *failAt) {
                 fired = true;
@@ -78,17 +86,17 @@ FaultyFiles::FaultyFiles(FileSystem& inner) : inner_(inner), state_(std::make_sh
 std::unique_ptr<File> FaultyFiles::Open(const std::string& path, const OpenOptions& options) {
     const bool makes = options.creation == Creation::CreateAlways ||
                        (options.creation == Creation::CreateNew && !inner_.Exists(path));
-    if (makes && state_->Step(true)) State::Dead();
+    if (makes && state_->Step(true)) state_->Fail();
     return std::make_unique<FaultyFile>(inner_.Open(path, options), state_);
 }
 
 void FaultyFiles::Remove(const std::string& path) {
-    if (state_->Step(false)) State::Dead();
+    if (state_->Step(false)) state_->Fail();
     inner_.Remove(path);
 }
 
 void FaultyFiles::Replace(const std::string& from, const std::string& to) {
-    if (state_->Step(false)) State::Dead();
+    if (state_->Step(false)) state_->Fail();
     inner_.Replace(from, to);
 }
 

@@ -21,6 +21,7 @@ public:
     enum class Fault {
         Refuse,  ///< the step fails with the error kind and changes nothing; later steps work again
         Full,    ///< from this step on every write that makes a file longer is refused as DiskFull
+        Filled,  ///< as Full, but the first half of the data of a WriteAt still arrives
         Crash,   ///< the step and all later ones change nothing: the process has ended
         Torn     ///< as Crash, but the first half of the data of a WriteAt still arrives
     };
@@ -54,8 +55,9 @@ public:
         std::function<void()> watch{};
 
         /// Counts a step; throws when it must fail. Answers true when only half of it is to be done, after
-        /// which the caller throws Dead.
+        /// which the caller calls Fail.
         bool Step(bool grows);
+        [[noreturn]] void Fail() const;
         [[noreturn]] static void Dead();
     };
 

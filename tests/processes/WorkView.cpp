@@ -122,7 +122,8 @@ void WorkView::BeginBatch() {
 }
 
 void WorkView::EndBatch() {
-    com::Check(view_.as<RecordBatch>()->EndBatch());
+    ULONG lost = 0;
+    com::Check(view_.as<RecordBatch>()->EndBatch(&lost));
 }
 
 bool WorkView::Change(LONG index, LONG id, LONG version) {

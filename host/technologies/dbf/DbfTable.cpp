@@ -59,7 +59,7 @@ write::WriteSettings WriteSettingsOf(const technologies::TechnologySettings& set
 /// The share that one caller has in the batch of a table.
 class TableBatch final : public technologies::Batch {
 public:
-    explicit TableBatch(write::AppendBatch& batch) noexcept : batch_(&batch) { batch.Begin(); }
+    explicit TableBatch(write::AppendBatch& batch) noexcept : batch_(batch) { batch.Begin(); }
     ~TableBatch() override {
         try {
             Finish();
@@ -71,11 +71,15 @@ public:
     TableBatch(const TableBatch&) = delete;
     TableBatch& operator=(const TableBatch&) = delete;
     void Finish() override {
-        if (write::AppendBatch* batch = std::exchange(batch_, nullptr)) batch->End();
+        if (!isOpen_) return;
+        isOpen_ = false;
+        batch_.End();
     }
+    std::uint32_t lost() const noexcept override { return batch_.lost(); }
 
 private:
-    write::AppendBatch* batch_;
+    write::AppendBatch& batch_;
+    bool isOpen_ = true;
 };
 
 /// Undoes what a process that died in the middle of a change has left. Answers whether records are left that

@@ -5,6 +5,7 @@
 
 #include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/DbfFormat.h"
+#include "host/technologies/dbf/UnwrittenRecords.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf {
@@ -37,10 +38,12 @@ std::vector<std::byte> RecordFile::HeaderBytes() const {
 }
 
 bool RecordFile::NoticeGrowth() {
+    UnwrittenRecords::WriteAll();
     return (file_->Size() != size_ || ReadStatedCount() != statedCount_) && Refresh();
 }
 
 bool RecordFile::Refresh() {
+    UnwrittenRecords::WriteAll();
     const std::uint64_t size = file_->Size();
     if (!mapping_ || size != size_) {
         mapped_ = nullptr;

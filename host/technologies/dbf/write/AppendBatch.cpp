@@ -19,6 +19,7 @@ using transaction::Part;
 constexpr std::uint32_t kLongestRun = 8192;
 constexpr std::chrono::milliseconds kLongestTime{100};
 constexpr std::uint32_t kClockInterval = 64;  // records between two looks at the clock
+constexpr std::size_t kBlockBytes = 256U << 10;
 
 // Puts the keys in and counts the records: the one change that ends a run.
 void PutIn(Change& change, const EditedTable& table, cdx::NewKeys* keys, std::uint32_t count, bool memos) {
@@ -127,8 +128,22 @@ AppendBatch::~AppendBatch() {
     }
 }
 
+void AppendBatch::Begin() noexcept {
+    if (depth_++ > 0) return;
+    failure_ = nullptr;
+    lost_ = 0;
+}
+
 void AppendBatch::End() {
-    if (--depth_ == 0) EndRun();
+    if (--depth_ > 0) return;
+    EndRun();
+    RequireSound();
+}
+
+void AppendBatch::RequireSound() {
+    if (!failure_) return;
+    EndRun();  // a batch that takes no more keeps nobody else out
+    std::rethrow_exception(failure_);
 }
 
 std::uint64_t AppendBatch::OffsetOf(std::uint32_t number) const noexcept {
@@ -152,6 +167,7 @@ void AppendBatch::BeginRun() {
     }
     change->BeginRecordsWithoutKeys(count + 1);
     first_ = count + 1;
+    written_ = count;
     count_ = count;
     hasMemos_ = false;
     begun_ = std::chrono::steady_clock::now();
@@ -166,32 +182,88 @@ bool AppendBatch::isRunOver() const {
 }
 
 Change& AppendBatch::Next(std::uint32_t& number) {
-    if (change_ && isRunOver()) EndRun();
+    if (change_ && isRunOver())
+        EndRun();
+    else if (block_.size() + table_.header.recordLength > kBlockBytes)
+        WriteOut();
+    RequireSound();
     if (!change_) BeginRun();
+    besides_.Clear();
     number = count_ + 1;
     return *change_;
 }
 
-void AppendBatch::Append(const std::vector<std::byte>& record, const transaction::ChangeSet& writes) {
-    const std::uint32_t number = count_ + 1;
+void AppendBatch::Append(std::span<const std::byte> record) {
     const auto parts = table_.files.parts();
     // The count of memo blocks is written at the end of the run; until then the size of the file says it.
-    for (const auto& range : writes.ranges(Part::Memo)) {
+    for (const auto& range : besides_.ranges(Part::Memo)) {
         hasMemos_ = true;
-        if (range.offset != 0) parts[Part::Memo]->WriteAt(range.offset, writes.data(range));
+        if (range.offset != 0) parts[Part::Memo]->WriteAt(range.offset, besides_.data(range));
     }
-    for (const auto& range : writes.ranges(Part::Table))
-        parts[Part::Table]->WriteAt(range.offset, writes.data(range));
-    written_.assign(record.begin(), record.end());
-    written_.push_back(std::byte{kEndOfFile});
-    parts[Part::Table]->WriteAt(OffsetOf(number), written_);
-    count_ = number;
-    table_.records.NoteOwnRecords(number);
-    if (keys_) keys_->Add({record.data(), number, table_.records.memos()});
+    for (const auto& range : besides_.ranges(Part::Table))
+        parts[Part::Table]->WriteAt(range.offset, besides_.data(range));
+    if (block_.capacity() == 0) block_.reserve(std::max<std::size_t>(kBlockBytes, record.size()) + 1);
+    block_.insert(block_.end(), record.begin(), record.end());
+    ++count_;
+    Announce();
+}
+
+void AppendBatch::WriteOut() noexcept {
+    Withdraw();
+    if (block_.empty()) return;
+    try {
+        WriteRecords();
+    } catch (...) {
+        failure_ = std::current_exception();
+    }
+    block_.clear();
+}
+
+void AppendBatch::WriteRecords() {
+    try {
+        block_.push_back(std::byte{kEndOfFile});
+        table_.files.table().WriteAt(OffsetOf(written_ + 1), block_);
+    } catch (...) {
+        Drop();
+        throw;
+    }
+    CollectKeys();
+    written_ = count_;
+    table_.records.NoteOwnRecords(count_);
+}
+
+void AppendBatch::CollectKeys() {
+    if (!keys_) return;
+    try {
+        const std::byte* record = block_.data();
+        for (std::uint32_t number = written_ + 1; number <= count_; ++number) {
+            keys_->Add({record, number, table_.records.memos()});
+            record += table_.header.recordLength;
+        }
+    } catch (...) {
+        keys_.reset();  // the end of the run collects them anew, or fails as well
+    }
+}
+
+// Part of the block may have come into the file: nothing of it is to count.
+void AppendBatch::Drop() noexcept {
+    lost_ += count_ - written_;
+    count_ = written_;
+    try {
+        files::File& file = table_.files.table();
+        const std::uint64_t end = OffsetOf(written_ + 1);
+        if (file.Size() <= end) return;
+        const std::array<std::byte, 1> mark{std::byte{kEndOfFile}};
+        file.WriteAt(end, mark);
+        file.Truncate(end + mark.size());  // fails where somebody has the file mapped; the mark is enough
+    } catch (...) {
+        static_cast<void>(std::current_exception());
+    }
 }
 
 void AppendBatch::EndRun() {
     if (!change_) return;
+    WriteOut();
     // Whatever happens, the locks go: what is left to do stands in the journal.
     const std::unique_ptr<Change> change = std::move(change_);
     const std::unique_ptr<cdx::NewKeys> keys = std::move(keys_);
@@ -200,7 +272,7 @@ void AppendBatch::EndRun() {
         return;
     }
     const locking::FileLock index = LockIndex(table_);
-    if (!table_.indexes->IsOutdated()) {
+    if (keys && !table_.indexes->IsOutdated()) {
         PutIn(*change, table_, keys.get(), count_, hasMemos_);
         return;
     }

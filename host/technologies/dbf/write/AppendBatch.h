@@ -3,9 +3,12 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
+#include <span>
 #include <vector>
 
+#include "host/technologies/dbf/UnwrittenRecords.h"
 #include "host/technologies/dbf/cdx/NewKeys.h"
 #include "host/technologies/dbf/write/Change.h"
 #include "host/technologies/dbf/write/EditedTable.h"
@@ -15,11 +18,15 @@ namespace zu::dbf::write {
 
 /// Adds many records one after the other.
 ///
-/// Each record is in the file when Append returns, so it outlives the process. Its keys are gathered and put
-/// in run by run. A run begins with a note in the journal that says from which record on keys are missing: if
-/// the process dies, the next one that opens or changes the table puts them in (CompleteRecords). Between two
-/// runs the gate and all locks are let go, so that other processes get on.
-class AppendBatch {
+/// Records are gathered and written in blocks, at the latest when their run ends or somebody of this thread
+/// reads a table. Their keys are gathered too and put in run by run. A run begins with a note in the journal
+/// that says from which record on keys are missing: if the process dies, the next one that opens or changes
+/// the table puts them in (CompleteRecords). Between two runs the gate and all locks are let go, so that other
+/// processes get on.
+///
+/// A block that cannot be written is lost with all its records: from then on the batch takes no more, and the
+/// error comes up with the next record and at the end.
+class AppendBatch final : private UnwrittenRecords {
 public:
     /// Everything in `table` must outlive the object.
     explicit AppendBatch(const EditedTable& table) : table_(table) {}
@@ -28,20 +35,30 @@ public:
     AppendBatch& operator=(const AppendBatch&) = delete;
 
     /// Begin and End come in pairs, which may lie inside each other.
-    void Begin() noexcept { ++depth_; }
+    void Begin() noexcept;
+    /// The last End throws the error that has stopped the batch, and those of ending a run.
     void End();
     bool isOpen() const noexcept { return depth_ > 0; }
+    /// Records of the batch that were taken and then could not be written.
+    std::uint32_t lost() const noexcept { return lost_; }
 
     /// The change that the next record belongs to, with the header locked, and the number that the record
-    /// will have. Errors are those of a Change, and those of ending the run before.
+    /// will have. Errors are those of a Change, those of ending the run before, and what has stopped the batch.
     Change& Next(std::uint32_t& number);
-    /// Adds the record that Next was called for; `writes` holds what it needs besides (memos, drawn numbers).
-    void Append(const std::vector<std::byte>& record, const transaction::ChangeSet& writes);
-    /// Puts in the keys of all records so far and lets the table go.
+    /// What the record that Next was called for needs besides (memos, drawn numbers) is collected here.
+    transaction::ChangeSet& besides() noexcept { return besides_; }
+    /// Adds the record that Next was called for.
+    void Append(std::span<const std::byte> record);
+    /// Writes all records so far, puts in their keys and lets the table go.
     void EndRun();
 
 private:
     void BeginRun();
+    void WriteOut() noexcept override;
+    void WriteRecords();
+    void CollectKeys();
+    void Drop() noexcept;
+    void RequireSound();
     std::uint64_t OffsetOf(std::uint32_t number) const noexcept;
     bool isRunOver() const;
 
@@ -49,10 +66,14 @@ private:
     int depth_ = 0;
     std::unique_ptr<Change> change_;
     std::unique_ptr<cdx::NewKeys> keys_;
-    std::vector<std::byte> written_;  ///< a record and the end mark behind it
-    std::uint32_t first_ = 0;         ///< number of the first record of the run
-    std::uint32_t count_ = 0;         ///< records in the table
-    bool hasMemos_ = false;           ///< the run has written memos
+    transaction::ChangeSet besides_;
+    std::vector<std::byte> block_;  ///< records that are still to be written
+    std::uint32_t first_ = 0;       ///< number of the first record of the run
+    std::uint32_t written_ = 0;     ///< records in the file
+    std::uint32_t count_ = 0;       ///< records in the table with those that are still to be written
+    bool hasMemos_ = false;         ///< the run has written memos
+    std::exception_ptr failure_;    ///< what has stopped the batch
+    std::uint32_t lost_ = 0;
     std::chrono::steady_clock::time_point begun_;
 };
 

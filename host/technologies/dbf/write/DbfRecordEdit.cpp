@@ -213,13 +213,13 @@ void DbfRecordEdit::SaveNew() {
 }
 
 void DbfRecordEdit::SaveInBatch() {
+    AppendBatch& batch = *table_.batch;
     std::uint32_t number = 0;
-    table_.batch->Next(number);
-    transaction::ChangeSet writes;
+    batch.Next(number);
     std::vector<std::byte> record = current_;
-    DrawNumbers(writes, record.data());
-    StoreMemos(writes, record.data());
-    table_.batch->Append(record, writes);
+    DrawNumbers(batch.besides(), record.data());
+    StoreMemos(batch.besides(), record.data());
+    batch.Append(record);
     Settle(number, std::move(record));
 }
 
