@@ -3,6 +3,7 @@
 #include "host/technologies/dbf/TablePath.h"
 #include "portable/error/Error.h"
 #include "portable/files/MemoryFiles.h"
+#include "portable/files/Path.h"
 
 namespace zu::dbf::test {
 namespace {
@@ -40,10 +41,12 @@ TEST_F(NewTables, ADatabaseThatIsNotThereIsReported) {
 }
 
 TEST_F(NewTables, ANewTableLiesInTheFolderOfItsDatabase) {
-    EXPECT_EQ(PathOfNewTable(files, "/data", "", "new"), "/data/new.dbf");
-    EXPECT_EQ(PathOfNewTable(files, "/data", "sub", " new.DBF "), "/data/sub/new.DBF");
-    EXPECT_EQ(PathOfNewTable(files, "/data", "new.dbf", ""), "/data/new.dbf");
-    EXPECT_EQ(PathOfNewTable(files, "/data", "sub/new", "1"), "/data/sub/new.dbf");
+    // Windows joins names with a backslash.
+    const std::string sub = files::Join("/data", "sub");
+    EXPECT_EQ(PathOfNewTable(files, "/data", "", "new"), files::Join("/data", "new.dbf"));
+    EXPECT_EQ(PathOfNewTable(files, "/data", "sub", " new.DBF "), files::Join(sub, "new.DBF"));
+    EXPECT_EQ(PathOfNewTable(files, "/data", "new.dbf", ""), files::Join("/data", "new.dbf"));
+    EXPECT_EQ(PathOfNewTable(files, "/data", "sub/new", "1"), files::Join("/data", "sub/new") + ".dbf");
 }
 
 TEST_F(NewTables, NamesThatLeadElsewhereOrThatWindowsForbidsAreRefused) {
