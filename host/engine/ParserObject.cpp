@@ -6,6 +6,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/ConnectionPointList.h"
 #include "host/engine/ExpressionValue.h"
 #include "host/engine/MessageCatalogue.h"
 #include "host/engine/Reporting.h"
@@ -88,7 +89,7 @@ HRESULT ParserObject::Evaluate(VARIANT* Result) noexcept {
 HRESULT ParserObject::EnumConnectionPoints(IEnumConnectionPoints** points) noexcept {
     if (!points) return E_POINTER;
     *points = nullptr;
-    return E_NOTIMPL;  // as the interface allows: clients that know the events find their point
+    return Guarded([&] { *points = com::ConnectionPointList::Make(events_).detach(); });
 }
 
 HRESULT ParserObject::FindConnectionPoint(REFIID events, IConnectionPoint** point) noexcept {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <string>
@@ -152,6 +153,43 @@ TEST_F(ParserObjectTest, FormulaCanBeReadBackAndNullPointersAreRefused) {
     const auto container = parser_.as<IConnectionPointContainer>();
     com::ComPtr<IConnectionPoint> other;
     EXPECT_TRUE(FAILED(container->FindConnectionPoint(IID_IDispatch, other.put())));
+}
+
+TEST_F(ParserObjectTest, ListsTheOnePointOfItsEvents) {
+    const auto container = parser_.as<IConnectionPointContainer>();
+    EXPECT_EQ(container->EnumConnectionPoints(nullptr), E_POINTER);
+    com::ComPtr<IEnumConnectionPoints> list;
+    ASSERT_EQ(container->EnumConnectionPoints(list.put()), S_OK);
+    com::ComPtr<IConnectionPoint> found;
+    ULONG fetched = 0;
+    ASSERT_EQ(list->Next(1, found.put(), &fetched), S_OK);
+    EXPECT_EQ(fetched, 1u);
+    EXPECT_EQ(found.get(), point_.get()) << "the same that FindConnectionPoint answers";
+    found.reset();
+    EXPECT_EQ(list->Next(1, found.put(), nullptr), S_FALSE) << "there is no second one";
+    EXPECT_FALSE(found);
+}
+
+TEST_F(ParserObjectTest, TheListOfPointsIsWalkedAgainSkippedAndCopied) {
+    com::ComPtr<IEnumConnectionPoints> list;
+    ASSERT_EQ(parser_.as<IConnectionPointContainer>()->EnumConnectionPoints(list.put()), S_OK);
+    EXPECT_EQ(list->Skip(1), S_OK);
+    EXPECT_EQ(list->Skip(1), S_FALSE) << "past the end";
+    com::ComPtr<IEnumConnectionPoints> behind;
+    ASSERT_EQ(list->Clone(behind.put()), S_OK);
+    EXPECT_EQ(list->Reset(), S_OK);
+    std::array<IConnectionPoint*, 2> points{};
+    ULONG fetched = 0;
+    EXPECT_EQ(list->Next(2, points.data(), &fetched), S_FALSE) << "fewer than asked for";
+    EXPECT_EQ(fetched, 1u);
+    const auto first = com::ComPtr<IConnectionPoint>::Adopt(points[0]);
+    EXPECT_EQ(first.get(), point_.get());
+    EXPECT_EQ(points[1], nullptr);
+    EXPECT_EQ(behind->Next(2, points.data(), &fetched), S_FALSE) << "a copy keeps its own position";
+    EXPECT_EQ(fetched, 0u);
+    EXPECT_EQ(list->Next(2, points.data(), nullptr), E_POINTER) << "the number is needed for more than one";
+    EXPECT_EQ(list->Next(1, nullptr, &fetched), E_POINTER);
+    EXPECT_EQ(list->Clone(nullptr), E_POINTER);
 }
 
 }  // namespace
