@@ -1,0 +1,2 @@
+def build(folder):
+    folder.mkdir(parents=True); (folder/'index.html').write_text('x')
