@@ -1,4 +1,5 @@
-' A tour of reading: open, count, select, look up, walk, index order. Run by ./zu demo on the sample tables, or
+' A tour: open, count, select, look up, walk, index order; then, on copies in FOLDER\demo-copies, change records and take a
+' text file in, index it, look up and export. Run by ./zu demo on the sample tables, or
 '   zurun demo.vbs FOLDER        FOLDER holds customers.dbf and orders.dbf, made by zugenerate
 Option Explicit
 
@@ -89,19 +90,83 @@ If table.OpenIndex("LATEST") Then
 End If
 Took "the three latest orders, through the tag LATEST"
 
+Dim files, copies, before, after, processed
+Set files = CreateObject("Scripting.FileSystemObject")
+copies = files.BuildPath(folder, "demo-copies")
+If files.FolderExists(copies) Then files.DeleteFolder copies, True
+files.CreateFolder copies
+
+Heading "Change records, on a copy"
+DbfToDbf orders, copies & ">orders"
+Echo Plain(DbfCount(copies & ">orders"), 9) & " orders copied, with their notes and indexes"
+Took "a copy of a whole table"
+' DbfProcess calls the routine Discount, below, for each record that meets the condition.
+before = 0
+after = 0
+processed = DbfProcess(copies & ">orders", "Discount", "NOT PAID AND AMOUNT > 9000", , , 10)
+Echo Plain(processed, 9) & " large orders got a discount of 10 percent:" & Money(before, 16) & " before," & _
+     Money(after, 16) & " after"
+Took "a routine of this script for each of " & processed & " records"
+
+Heading "A text file: in, index, look up, out"
+Dim text, fields, service, imported, rows, added, failed, selected
+fields = "ID,CUSTOMER,COUNTRY,ORDERED,GOODS,AMOUNT,PAID"
+text = files.BuildPath(copies, "orders.del")
+DbfToDel orders, text, , fields
+Echo Plain(files.GetFile(text).Size, 9) & " bytes of text, seven fields of all orders, the first line:"
+Echo "           " & files.OpenTextFile(text).ReadLine
+Took "export"
+' An empty table with the fields of the orders.
+Set service = Engine.DatabaseService
+service.CreateTable "DBF|" & copies, "imported", service.OpenTable("DBF|" & folder, "orders").Layout, Nothing
+imported = copies & ">imported"
+DbfFromDel imported, text, , fields, , rows, added, failed
+Echo Plain(rows, 9) & " lines read, " & added & " records added"
+Took "import"
+If DbfIndex(imported, Array("CUSTOMER", "ORDERED")) Then Echo Plain(DbfCount(imported), 9) & " records in order of customer and day"
+Took "index"
+Set view = DbfLookup(imported, "CUSTOMER = 4711")
+view.MoveFirst
+If Not view.Eof Then
+    Echo "  customer 4711 ordered first on " & Day10(view("ORDERED").Value) & ": " & view("GOODS").Value & ", " & _
+         FormatNumber(view("AMOUNT").Value, 2)
+End If
+Took "one lookup"
+selected = files.BuildPath(copies, "unpaid.del")
+DbfToDel imported, selected, "NOT PAID AND COUNTRY = 'SE'", "ID,CUSTOMER,ORDERED,AMOUNT"
+Echo Plain(LinesOf(selected), 9) & " unpaid orders from Sweden, the first line:"
+Echo "           " & files.OpenTextFile(selected).ReadLine
+Took "export of four fields by condition"
+
 Echo ""
 Echo "This was samples/demo.vbs: change a condition in it and run it again. Next: ./zu run samples/count.vbs build/demo/orders ""AMOUNT > 100"""
 
-Sub Heading(text)
+Function Discount(percent)
+    Dim price, reduced
+    price = DbfFieldValue(Engine.CurrentView("AMOUNT"))
+    reduced = Round(price * (100 - percent) / 100, 2)
+    before = before + price
+    after = after + reduced
+    ' True goes on with the next record.
+    Discount = DbfReplace("AMOUNT", reduced) = True
+End Function
+
+Sub Heading(title)
     Echo ""
-    Echo text
-    Echo String(Len(text), "-")
+    Echo title
+    Echo String(Len(title), "-")
     started = Timer
 End Sub
 
+' The time since the heading or the step before.
 Sub Took(what)
     Echo "  [" & FormatNumber((Timer - started) * 1000, 0) & " ms: " & what & "]"
+    started = Timer
 End Sub
+
+Function LinesOf(file)
+    LinesOf = UBound(Split(files.OpenTextFile(file).ReadAll, vbCrLf))
+End Function
 
 Function CustomerName(view)
     CustomerName = "(deleted)"
