@@ -65,4 +65,8 @@ HRESULT DataIndex::get_Reason(BSTR* Result) noexcept {
     return GuardedResult(Result, [&] { return TextOf(key_->description().reason); });
 }
 
+HRESULT DataIndex::get_Candidate(VARIANT_BOOL* Result) noexcept {
+    return GuardedResult(Result, [&] { return com::ToVariantBool(key_->description().candidate); });
+}
+
 }  // namespace zu::host

@@ -25,6 +25,7 @@ public:
     HRESULT STDMETHODCALLTYPE KeyFields(::DataKeyFields** Result) noexcept override;
     HRESULT STDMETHODCALLTYPE get_Usable(VARIANT_BOOL* Result) noexcept override;
     HRESULT STDMETHODCALLTYPE get_Reason(BSTR* Result) noexcept override;
+    HRESULT STDMETHODCALLTYPE get_Candidate(VARIANT_BOOL* Result) noexcept override;
 
 protected:
     HRESULT QueryMore(REFIID iid, void** object) noexcept override;

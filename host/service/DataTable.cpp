@@ -197,4 +197,15 @@ HRESULT DataTable::Warnings(VARIANT* Result) noexcept {
     return GuardedResult(Result, [&] { return TextArray(table_->warnings()).detach(); });
 }
 
+HRESULT DataTable::Facts(VARIANT* Result) noexcept {
+    return GuardedResult(Result, [&] {
+        std::vector<std::string> texts;
+        for (technologies::TableFact& fact : table_->Facts()) {
+            texts.push_back(std::move(fact.name));
+            texts.push_back(std::move(fact.value));
+        }
+        return TextArray(texts).detach();
+    });
+}
+
 }  // namespace zu::host

@@ -28,6 +28,7 @@ public:
     HRESULT STDMETHODCALLTYPE Index(VARIANT Index, ::DataIndex** Result) noexcept override;
     HRESULT STDMETHODCALLTYPE get_Updateable(VARIANT_BOOL* Result) noexcept override;
     HRESULT STDMETHODCALLTYPE Warnings(VARIANT* Result) noexcept override;
+    HRESULT STDMETHODCALLTYPE Facts(VARIANT* Result) noexcept override;
 
 private:
     ViewFields Fields() const;

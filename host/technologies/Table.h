@@ -61,6 +61,12 @@ struct Selection {
     bool includeDeleted = false;
 };
 
+/// Something about a table that belongs to its technology, for people: "Format", "Visual FoxPro".
+struct TableFact {
+    std::string name;
+    std::string value;
+};
+
 /// One open table of some technology. One-based record numbers. Failures are `zu::Error`s.
 ///
 /// A table belongs to one thread.
@@ -107,6 +113,9 @@ public:
 
     /// What had to be tolerated when the table was opened (missing memo file, wrong count, ...), UTF-8.
     virtual const std::vector<std::string>& warnings() const noexcept = 0;
+
+    /// What people may want to know of the table and its files, in the order in which to show it, UTF-8.
+    virtual std::vector<TableFact> Facts() { return {}; }
 };
 
 }  // namespace zu::technologies

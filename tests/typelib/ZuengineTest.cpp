@@ -173,7 +173,7 @@ TEST_F(EngineLibrary, TablesKeepTheirOperations) {
          "8 Select method 8 (Condition: VARIANT, MaxRecords: VARIANT, Flag: Long, FieldNames: VARIANT) -> "
          "IDispatch",
          "9 Index method 9 (Index: VARIANT) -> DataIndex", "10 Updateable get 10 () -> Boolean",
-         "11 Warnings method 11 () -> VARIANT"});
+         "11 Warnings method 11 () -> VARIANT", "12 Facts method 12 () -> VARIANT"});
 }
 
 TEST_F(EngineLibrary, IndexesAndKeysKeepTheirOperations) {
@@ -181,7 +181,7 @@ TEST_F(EngineLibrary, IndexesAndKeysKeepTheirOperations) {
                      {"1 Name get 1 () -> BSTR", "2 Expression get 2 () -> BSTR", "3 Filter get 3 () -> BSTR",
                       "4 Unique get 4 () -> Boolean", "5 Descending get 5 () -> Boolean",
                       "6 KeyFields method 6 () -> DataKeyFields", "7 Usable get 7 () -> Boolean",
-                      "8 Reason get 8 () -> BSTR"});
+                      "8 Reason get 8 () -> BSTR", "9 Candidate get 9 () -> Boolean"});
     ExpectOperations(library, L"DataKeyFields",
                      {"1 Item method 0 (Index: VARIANT) -> DataKeyField", "2 Count method 1 () -> Long",
                       "3 _NewEnum get -4 () -> IUnknown restricted hidden"});

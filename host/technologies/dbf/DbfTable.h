@@ -77,6 +77,9 @@ public:
     std::unique_ptr<technologies::Batch> BeginBatch() override;
 
     const std::vector<std::string>& warnings() const noexcept override { return warnings_; }
+    /// "Format", "Code page", "Last change", "Table file", "Memo file" and "Index file", each file with its
+    /// size in bytes ("Memo size").
+    std::vector<technologies::TableFact> Facts() override;
 
     const DbfHeader& header() const noexcept { return header_; }
     const text::CodePage& codePage() const noexcept { return *layout_.record.codePage; }

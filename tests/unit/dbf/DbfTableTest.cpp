@@ -351,5 +351,16 @@ TEST_F(DbfTableTest, ReadsBlankNumbersAsNullWhenTheSettingSaysSo) {
     EXPECT_EQ(value.kind, Value::Kind::Null);
 }
 
+TEST_F(DbfTableTest, TellsPeopleItsFormatItsCodePageAndItsFiles) {
+    WriteNumbers(3, {cdx::TagDefinition{.name = "N", .key = "N"}});
+    const auto table = Open();
+    std::string told;
+    for (const technologies::TableFact& fact : table->Facts())
+        if (fact.name != "Last change") told += fact.name + "=" + fact.value + ";";
+    const auto size = [&](const char* path) { return std::to_string(files_.Open(path, {})->Size()); };
+    EXPECT_EQ(told, "Format=dBASE III;Code page=1252;Table file=t.dbf;Table size=" + size("t.dbf") +
+                        ";Index file=t.cdx;Index size=" + size("t.cdx") + ";");
+}
+
 }  // namespace
 }  // namespace zu::dbf

@@ -87,6 +87,19 @@ TEST_F(DataIndexTest, ADamagedIndexAnswersFalseWithItsReason) {
     EXPECT_EQ(reason.view(), L"it is older than the table");
 }
 
+TEST_F(DataIndexTest, ACandidateIndexSaysSo) {
+    Data().indexes[1].candidate = true;
+    const auto table = Open();
+    for (const auto& [name, expected] :
+         {std::pair(L"BOTH", VARIANT_TRUE), std::pair(L"DAY", VARIANT_FALSE)}) {
+        com::ComPtr<::DataIndex> index;
+        EXPECT_EQ(table->Index(Text(name), index.put()), S_OK);
+        VARIANT_BOOL candidate = VARIANT_FALSE;
+        EXPECT_EQ(index->get_Candidate(&candidate), S_OK);
+        EXPECT_EQ(candidate, expected) << name;
+    }
+}
+
 TEST_F(DataIndexTest, IndexesAreFoundByNameAndNumber) {
     const auto table = Open();
     com::ComPtr<::DataIndex> index;

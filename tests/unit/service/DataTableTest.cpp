@@ -137,6 +137,12 @@ TEST_F(DataTableTest, TellsItsNameCountIndexesAndWarnings) {
     EXPECT_EQ(updateable, VARIANT_FALSE);
 }
 
+TEST_F(DataTableTest, TellsTheFactsOfItsTechnologyAsNamesAndValues) {
+    com::Variant facts;
+    EXPECT_EQ(Open()->Facts(facts.put()), S_OK);
+    EXPECT_EQ(Texts(facts), (std::vector<std::wstring>{L"Format", L"memory", L"Note", L"\u00E4"}));
+}
+
 TEST_F(DataTableTest, ScriptsCanUseItByName) {
     const LateBound table(Open().get());
     const LateBound view = table.Object(L"Select", {Text(L"even"), Number(0), Number(0), Text(L"NAME")});

@@ -77,6 +77,9 @@ public:
         return std::make_unique<MemoryEdit>(data_, 0);
     }
     const std::vector<std::string>& warnings() const noexcept override { return data_.warnings; }
+    std::vector<technologies::TableFact> Facts() override {
+        return {{"Format", "memory"}, {"Note", "\xC3\xA4"}};
+    }
 
 private:
     std::vector<std::uint32_t> Matching(const std::u16string& condition, std::uint32_t limit,

@@ -18,6 +18,7 @@ public:
     STDMETHODIMP KeyFields(DataKeyFields**) override { return Unexpected("DataIndex.KeyFields"); }
     STDMETHODIMP get_Usable(VARIANT_BOOL*) override { return Unexpected("DataIndex.get_Usable"); }
     STDMETHODIMP get_Reason(BSTR*) override { return Unexpected("DataIndex.get_Reason"); }
+    STDMETHODIMP get_Candidate(VARIANT_BOOL*) override { return Unexpected("DataIndex.get_Candidate"); }
 };
 
 }  // namespace zu::fake

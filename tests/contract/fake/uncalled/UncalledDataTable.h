@@ -25,6 +25,7 @@ public:
     STDMETHODIMP Index(VARIANT, DataIndex**) override { return Unexpected("DataTable.Index"); }
     STDMETHODIMP get_Updateable(VARIANT_BOOL*) override { return Unexpected("DataTable.get_Updateable"); }
     STDMETHODIMP Warnings(VARIANT*) override { return Unexpected("DataTable.Warnings"); }
+    STDMETHODIMP Facts(VARIANT*) override { return Unexpected("DataTable.Facts"); }
 };
 
 }  // namespace zu::fake
