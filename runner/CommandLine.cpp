@@ -6,6 +6,8 @@
 #include "com/Bstr.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
+#include "runner/commands/CommandGuide.h"
+#include "runner/commands/RunCommand.h"
 
 namespace zu::runner {
 namespace {
@@ -43,12 +45,13 @@ bool IsHostOption(const std::wstring& lowered) {
 
 class Parser {
 public:
-    explicit Parser(const std::vector<std::wstring>& words) {
+    explicit Parser(const std::vector<std::wstring>& words) : all_(words) {
         words_.reserve(words.size());
         for (const std::wstring& word : words) {
             const std::wstring lowered = Lowered(word);
             if (!IsHostOption(lowered)) {
                 words_.push_back(word);
+                places_.push_back(static_cast<std::size_t>(&word - words.data()));
             } else if (lowered.starts_with(L"//e:")) {
                 result_.language = StatedLanguage(std::wstring_view(word).substr(4));
             }
@@ -67,11 +70,23 @@ public:
             result_.script = words_[next_++];
             if (result_.script.empty()) Refuse(L"the name of the script is empty");
         }
+        if (!result_.code && commands::IsCommand(result_.script)) return Command();
         result_.arguments.assign(words_.begin() + static_cast<std::ptrdiff_t>(next_), words_.end());
         return result_;
     }
 
 private:
+    // Its own words hold no options of cscript; what stands in front of it is an option of the command too.
+    CommandLine Command() {
+        if (result_.language) Refuse(L"--language is for scripts");
+        result_.action = CommandLine::Action::Command;
+        if (result_.dataFolder) result_.arguments = {L"--data", *result_.dataFolder};
+        if (result_.trace) result_.arguments.emplace_back(L"--trace");
+        const auto behind = static_cast<std::ptrdiff_t>(places_[next_ - 1]) + 1;
+        result_.arguments.insert(result_.arguments.end(), all_.begin() + behind, all_.end());
+        return result_;
+    }
+
     static bool IsOption(const std::wstring& word) {
         return (word.size() > 1 && word[0] == L'-') || word == L"/?" || word == L"//?";
     }
@@ -111,7 +126,9 @@ private:
         return words_[next_++];
     }
 
-    std::vector<std::wstring> words_;
+    const std::vector<std::wstring>& all_;
+    std::vector<std::wstring> words_;  // without the options of cscript
+    std::vector<std::size_t> places_;  // of each of them in all words
     std::size_t next_ = 0;
     std::optional<std::wstring> attached_;  // the value in --name=value
     CommandLine result_;
@@ -124,10 +141,13 @@ CommandLine CommandLine::Parse(const std::vector<std::wstring>& words) {
 }
 
 std::wstring HelpText() {
-    return LR"(zurun runs VBScript and JScript files with the table functions at hand.
+    return LR"(zurun runs scripts with the table functions at hand, and works on tables itself.
 
   zurun [options] SCRIPT [arguments]     SCRIPT is a .vbs or .js file, or - for standard input
   zurun [options] -e CODE [arguments]    runs CODE
+
+)" + commands::CommandList() +
+           LR"(  zurun help [COMMAND]                shows this text, or what a command can do
 
 Options
   --data DIR         folder in which databases without a full path are looked for
@@ -143,8 +163,9 @@ In the script
   WScript            as cscript offers it, so that existing scripts run unchanged
 
 Exit codes
-  0 done, 1 script error, 64 wrong usage, 66 script file not readable, 70 no script engine, 130 Ctrl+C,
-  or the code given to Quit. ZURUN_EOL=lf in the environment ends output lines with LF alone.
+  0 done, 1 script error or a command that failed, 2 faults found (check, repair), 64 wrong usage,
+  66 script file not readable, 70 no script engine, 130 Ctrl+C, or the code given to Quit.
+  ZURUN_EOL=lf in the environment ends output lines with LF alone, NO_COLOR leaves colours out.
 )";
 }
 

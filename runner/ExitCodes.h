@@ -6,6 +6,8 @@ namespace zu::runner {
 // script's own `Quit code` is handed on as it is.
 inline constexpr int kExitDone = 0;
 inline constexpr int kExitScriptError = 1;      ///< the script stopped with an error, which has been reported
+inline constexpr int kExitFailed = 1;           ///< a command could not do its work on all of the tables
+inline constexpr int kExitFaultsFound = 2;      ///< a command found faults in a table and left them alone
 inline constexpr int kExitUsage = 64;           ///< the command line cannot be understood
 inline constexpr int kExitNoInput = 66;         ///< the script file cannot be read
 inline constexpr int kExitNoScriptEngine = 70;  ///< the system has no engine for the script's language

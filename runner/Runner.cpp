@@ -1,30 +1,23 @@
 #include "runner/Runner.h"
 
-#include <objbase.h>
-
 #include <exception>
 
 #include "com/Bstr.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 #include "runner/ActivationContext.h"
+#include "runner/Apartment.h"
 #include "runner/CommandLine.h"
 #include "runner/Console.h"
+#include "runner/DataFolder.h"
 #include "runner/ErrorTexts.h"
 #include "runner/ExitCodes.h"
 #include "runner/Session.h"
+#include "runner/commands/CommandGuide.h"
+#include "runner/commands/RunCommand.h"
 
 namespace zu::runner {
 namespace {
-
-// The thread's apartment, for as long as any object may live.
-class Apartment {
-public:
-    Apartment() { com::Check(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)); }
-    ~Apartment() { CoUninitialize(); }
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-};
 
 std::wstring Wide(const char* utf8) {
     return std::wstring(com::AsWide(text::ToUtf16(utf8)));
@@ -37,22 +30,21 @@ int Complain(Console& console, int exitCode, const std::wstring& text) {
     return exitCode;
 }
 
-ScriptSource LoadSource(const CommandLine& line, Console& console) {
-    if (line.code) return ScriptSource::FromText(L"-e", *line.code, line.language);
-    if (line.script == L"-") return ScriptSource::FromBytes(L"stdin", console.in.ReadBytes(), line.language);
-    return ScriptSource::FromFile(line.script, line.language);
+// A bare word that is no file was meant as a command.
+void RefuseMistypedCommand(const std::wstring& script) {
+    if (script.find_first_of(L"./\\:") != std::wstring::npos) return;
+    const auto command = commands::ClosestCommand(script);
+    if (!command || GetFileAttributesW(script.c_str()) != INVALID_FILE_ATTRIBUTES) return;
+    throw Error(ErrorKind::InvalidArgument, "there is no script and no command \"" +
+                                                text::ToUtf8(com::AsUtf16(script)) + "\"; did you mean \"" +
+                                                text::ToUtf8(com::AsUtf16(*command)) + "\"?");
 }
 
-std::wstring DataFolder(const std::wstring& folder) {
-    wchar_t* end = nullptr;
-    std::wstring path(32768, L'\0');
-    path.resize(GetFullPathNameW(folder.c_str(), static_cast<DWORD>(path.size()), path.data(), &end));
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_DIRECTORY)) {
-        throw Error(ErrorKind::NotFound,
-                    "the data folder " + text::ToUtf8(com::AsUtf16(folder)) + " does not exist");
-    }
-    return path;
+ScriptSource LoadSource(const CommandLine& line, Console& console) {
+    if (line.code) return ScriptSource::FromText(L"-e", *line.code, line.language);
+    RefuseMistypedCommand(line.script);
+    if (line.script == L"-") return ScriptSource::FromBytes(L"stdin", console.in.ReadBytes(), line.language);
+    return ScriptSource::FromFile(line.script, line.language);
 }
 
 int RunScript(const CommandLine& line, Console& console) {
@@ -73,6 +65,8 @@ int Dispatch(const CommandLine& line, Console& console) {
         case CommandLine::Action::Version:
             console.out.WriteLine(Wide("zurun " ZU_VERSION));
             return kExitDone;
+        case CommandLine::Action::Command:
+            return commands::RunCommand(line.script, line.arguments, console);
         default:
             return RunScript(line, console);
     }

@@ -22,6 +22,7 @@ public:
     void WriteLine(std::wstring_view text);
 
     bool isConsole() const noexcept { return console_; }
+    const std::wstring& lineEnd() const noexcept { return lineEnd_; }
 
 private:
     void WriteConsoleText(std::wstring_view text);

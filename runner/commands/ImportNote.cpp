@@ -1,0 +1,31 @@
+#include "runner/commands/ImportNote.h"
+
+#include <algorithm>
+
+namespace zu::runner::commands {
+namespace {
+
+constexpr std::wstring_view kLine = L"(line ";
+constexpr std::size_t kMostDigits = 18;
+
+}  // namespace
+
+bool IsImportNote(std::wstring_view note) {
+    return note.starts_with(L"Row ") && note.find(kLine) != std::wstring_view::npos;
+}
+
+std::wstring ImportNote(std::wstring_view note, std::wstring_view copy, std::wstring_view file,
+                        unsigned skipped) {
+    std::wstring text(note);
+    const std::size_t path = copy.empty() ? std::wstring::npos : text.find(copy);
+    if (path != std::wstring::npos) text.replace(path, copy.size(), file);
+    const std::size_t mark = text.find(kLine);
+    if (mark == std::wstring::npos || skipped == 0) return text;
+    const std::size_t begin = mark + kLine.size();
+    const std::size_t end = std::min(text.find_first_not_of(L"0123456789", begin), text.size());
+    if (end == begin || end - begin > kMostDigits) return text;
+    return text.replace(begin, end - begin,
+                        std::to_wstring(std::stoull(text.substr(begin, end - begin)) + skipped));
+}
+
+}  // namespace zu::runner::commands
