@@ -40,6 +40,8 @@ public:
     std::uint64_t SizeAfter(Part part, std::uint64_t size) const noexcept;
 
     bool empty() const noexcept;
+    /// All bytes that are to be written.
+    std::size_t size() const noexcept { return bytes_.size(); }
     /// Forgets all writes and keeps the memory for the next change.
     void Clear() noexcept;
 

@@ -22,14 +22,15 @@ constexpr std::uint32_t kClockInterval = 64;  // records between two looks at th
 constexpr std::size_t kBlockBytes = 256U << 10;
 
 // Puts the keys in and counts the records: the one change that ends a run.
-void PutIn(Change& change, const EditedTable& table, cdx::NewKeys* keys, std::uint32_t count, bool memos) {
+void PutIn(Change& change, const EditedTable& table, cdx::NewKeys* keys, std::uint32_t count,
+           MemoUpdater* memos) {
     if (keys != nullptr) {
         const auto update = table.indexes->BeginUpdate(table.files.settings().staleTags, change.writes());
         update->Add(*keys);
         update->Finish();
     }
     WriteCount(change, table, count);
-    if (memos) MemoUpdater::Open(*table.files.memo(), MemoFormatInUse(table))->CountBlocks(change.writes());
+    if (memos != nullptr) memos->CountBlocks(change.writes());
     change.Commit();
     if (table.indexes != nullptr) table.indexes->TakeOwnChange();
 }
@@ -107,7 +108,10 @@ void CompleteRecords(Change& change, const EditedTable& table, std::uint32_t fro
         index = LockIndex(table);
         keys = CollectAnew(table, from, count);
     }
-    PutIn(change, table, keys.get(), count, table.files.memo() != nullptr);
+    const auto memos = table.files.memo() == nullptr
+                           ? nullptr
+                           : MemoUpdater::Open(*table.files.memo(), MemoFormatInUse(table));
+    PutIn(change, table, keys.get(), count, memos.get());
     table.records.Refresh();
     if (table.indexes != nullptr) table.indexes->Refresh();
 }
@@ -154,6 +158,7 @@ void AppendBatch::BeginRun() {
     auto change = std::make_unique<Change>(table_.files);
     TakeOver(*change, table_);
     change->LockHeader();
+    if (table_.files.memo() != nullptr) change->LockMemo();
     const std::uint32_t count = CountRecords(table_);
     if (table_.indexes != nullptr) {
         // Records that came without keys show in the probe.
@@ -169,7 +174,6 @@ void AppendBatch::BeginRun() {
     first_ = count + 1;
     written_ = count;
     count_ = count;
-    hasMemos_ = false;
     begun_ = std::chrono::steady_clock::now();
     change_ = std::move(change);
 }
@@ -184,28 +188,27 @@ bool AppendBatch::isRunOver() const {
 Change& AppendBatch::Next(std::uint32_t& number) {
     if (change_ && isRunOver())
         EndRun();
-    else if (block_.size() + table_.header.recordLength > kBlockBytes)
+    else if (block_.size() + table_.header.recordLength + memos_.size() > kBlockBytes)
         WriteOut();
     RequireSound();
     if (!change_) BeginRun();
-    besides_.Clear();
+    header_.Clear();
     number = count_ + 1;
     return *change_;
 }
 
 void AppendBatch::Append(std::span<const std::byte> record) {
-    const auto parts = table_.files.parts();
-    // The count of memo blocks is written at the end of the run; until then the size of the file says it.
-    for (const auto& range : besides_.ranges(Part::Memo)) {
-        hasMemos_ = true;
-        if (range.offset != 0) parts[Part::Memo]->WriteAt(range.offset, besides_.data(range));
-    }
-    for (const auto& range : besides_.ranges(Part::Table))
-        parts[Part::Table]->WriteAt(range.offset, besides_.data(range));
+    for (const auto& range : header_.ranges(Part::Table))
+        table_.files.table().WriteAt(range.offset, header_.data(range));
     if (block_.capacity() == 0) block_.reserve(std::max<std::size_t>(kBlockBytes, record.size()) + 1);
     block_.insert(block_.end(), record.begin(), record.end());
     ++count_;
     Announce();
+}
+
+MemoUpdater& AppendBatch::memoUpdater() {
+    if (!memoUpdater_) memoUpdater_ = MemoUpdater::Open(*table_.files.memo(), MemoFormatInUse(table_));
+    return *memoUpdater_;
 }
 
 void AppendBatch::WriteOut() noexcept {
@@ -217,10 +220,28 @@ void AppendBatch::WriteOut() noexcept {
         failure_ = std::current_exception();
     }
     block_.clear();
+    memos_.Clear();
+}
+
+// One memo lies behind the other, in the set as in the file. The count of blocks is written at the end of the
+// run; until then the size of the file says it.
+void AppendBatch::WriteMemos() {
+    constexpr std::uint64_t kCountOffset = 0;
+    const auto& ranges = memos_.ranges(Part::Memo);
+    for (auto range = ranges.begin(); range != ranges.end();) {
+        auto whole = *range++;
+        if (whole.offset == kCountOffset) continue;
+        for (; range != ranges.end() && range->offset == whole.offset + whole.length &&
+               range->position == whole.position + whole.length;
+             ++range)
+            whole.length += range->length;
+        table_.files.memo()->WriteAt(whole.offset, memos_.data(whole));
+    }
 }
 
 void AppendBatch::WriteRecords() {
     try {
+        WriteMemos();
         block_.push_back(std::byte{kEndOfFile});
         table_.files.table().WriteAt(OffsetOf(written_ + 1), block_);
     } catch (...) {
@@ -250,6 +271,8 @@ void AppendBatch::Drop() noexcept {
     lost_ += count_ - written_;
     count_ = written_;
     try {
+        // Looks anew where the memo file ends.
+        if (memoUpdater_) memoUpdater_ = MemoUpdater::Open(*table_.files.memo(), MemoFormatInUse(table_));
         files::File& file = table_.files.table();
         const std::uint64_t end = OffsetOf(written_ + 1);
         if (file.Size() <= end) return;
@@ -267,17 +290,18 @@ void AppendBatch::EndRun() {
     // Whatever happens, the locks go: what is left to do stands in the journal.
     const std::unique_ptr<Change> change = std::move(change_);
     const std::unique_ptr<cdx::NewKeys> keys = std::move(keys_);
+    const std::unique_ptr<MemoUpdater> memos = std::move(memoUpdater_);
     if (table_.indexes == nullptr) {
-        PutIn(*change, table_, nullptr, count_, hasMemos_);
+        PutIn(*change, table_, nullptr, count_, memos.get());
         return;
     }
     const locking::FileLock index = LockIndex(table_);
     if (keys && !table_.indexes->IsOutdated()) {
-        PutIn(*change, table_, keys.get(), count_, hasMemos_);
+        PutIn(*change, table_, keys.get(), count_, memos.get());
         return;
     }
     const auto anew = CollectAnew(table_, first_, count_);
-    PutIn(*change, table_, anew.get(), count_, hasMemos_);
+    PutIn(*change, table_, anew.get(), count_, memos.get());
 }
 
 }  // namespace zu::dbf::write

@@ -21,8 +21,8 @@ namespace zu::dbf::write {
 /// Records are gathered and written in blocks, at the latest when their run ends or somebody of this thread
 /// reads a table. Their keys are gathered too and put in run by run. A run begins with a note in the journal
 /// that says from which record on keys are missing: if the process dies, the next one that opens or changes
-/// the table puts them in (CompleteRecords). Between two runs the gate and all locks are let go, so that other
-/// processes get on.
+/// the table puts them in (CompleteRecords). Between two runs the gate and all locks are let go, so that
+/// other processes get on.
 ///
 /// A block that cannot be written is lost with all its records: from then on the batch takes no more, and the
 /// error comes up with the next record and at the end.
@@ -43,10 +43,14 @@ public:
     std::uint32_t lost() const noexcept { return lost_; }
 
     /// The change that the next record belongs to, with the header locked, and the number that the record
-    /// will have. Errors are those of a Change, those of ending the run before, and what has stopped the batch.
+    /// will have. Errors are those of a Change, those of ending the run before, and what has stopped the
+    /// batch.
     Change& Next(std::uint32_t& number);
-    /// What the record that Next was called for needs besides (memos, drawn numbers) is collected here.
-    transaction::ChangeSet& besides() noexcept { return besides_; }
+    /// What the record that Next was called for changes in the header (drawn numbers) is collected here.
+    transaction::ChangeSet& header() noexcept { return header_; }
+    /// The memos of the record are stored by this updater, as writes of `memos`.
+    MemoUpdater& memoUpdater();
+    transaction::ChangeSet& memos() noexcept { return memos_; }
     /// Adds the record that Next was called for.
     void Append(std::span<const std::byte> record);
     /// Writes all records so far, puts in their keys and lets the table go.
@@ -55,6 +59,7 @@ public:
 private:
     void BeginRun();
     void WriteOut() noexcept override;
+    void WriteMemos();
     void WriteRecords();
     void CollectKeys();
     void Drop() noexcept;
@@ -66,13 +71,14 @@ private:
     int depth_ = 0;
     std::unique_ptr<Change> change_;
     std::unique_ptr<cdx::NewKeys> keys_;
-    transaction::ChangeSet besides_;
-    std::vector<std::byte> block_;  ///< records that are still to be written
-    std::uint32_t first_ = 0;       ///< number of the first record of the run
-    std::uint32_t written_ = 0;     ///< records in the file
-    std::uint32_t count_ = 0;       ///< records in the table with those that are still to be written
-    bool hasMemos_ = false;         ///< the run has written memos
-    std::exception_ptr failure_;    ///< what has stopped the batch
+    transaction::ChangeSet header_;
+    transaction::ChangeSet memos_;              ///< memos that are still to be written
+    std::unique_ptr<MemoUpdater> memoUpdater_;  ///< of the run, once it has a memo
+    std::vector<std::byte> block_;              ///< records that are still to be written
+    std::uint32_t first_ = 0;                   ///< number of the first record of the run
+    std::uint32_t written_ = 0;                 ///< records in the file
+    std::uint32_t count_ = 0;     ///< records in the table with those that are still to be written
+    std::exception_ptr failure_;  ///< what has stopped the batch
     std::uint32_t lost_ = 0;
     std::chrono::steady_clock::time_point begun_;
 };

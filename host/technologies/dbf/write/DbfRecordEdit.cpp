@@ -177,8 +177,7 @@ bool DbfRecordEdit::SaveChanged() {
         if (now[0] != original_[0]) return false;
         merged[0] = current_[0];
     }
-    if (!memos_.empty()) change.LockMemo();
-    StoreMemos(change.writes(), merged.data());
+    if (!memos_.empty()) StoreMemos(change, merged.data());
     UpdateIndex(change, now.data(), merged.data(), number_);
     change.writes().Write(transaction::Part::Table, OffsetOf(number_), merged);
     change.Commit();
@@ -199,8 +198,7 @@ void DbfRecordEdit::SaveNew() {
     change.LockRecord(number);
     std::vector<std::byte> record = current_;
     DrawNumbers(change.writes(), record.data());
-    if (!memos_.empty()) change.LockMemo();
-    StoreMemos(change.writes(), record.data());
+    if (!memos_.empty()) StoreMemos(change, record.data());
     UpdateIndex(change, nullptr, record.data(), number);
     std::vector<std::byte> written = record;
     written.push_back(std::byte{kEndOfFile});
@@ -217,8 +215,8 @@ void DbfRecordEdit::SaveInBatch() {
     std::uint32_t number = 0;
     batch.Next(number);
     std::vector<std::byte> record = current_;
-    DrawNumbers(batch.besides(), record.data());
-    StoreMemos(batch.besides(), record.data());
+    DrawNumbers(batch.header(), record.data());
+    if (!memos_.empty()) StoreMemos(batch.memoUpdater(), batch.memos(), record.data());
     batch.Append(record);
     Settle(number, std::move(record));
 }
@@ -239,9 +237,12 @@ void DbfRecordEdit::DrawNumbers(transaction::ChangeSet& writes, std::byte* recor
     }
 }
 
-void DbfRecordEdit::StoreMemos(transaction::ChangeSet& writes, std::byte* record) {
-    if (memos_.empty()) return;
-    const auto updater = MemoUpdater::Open(*table_.files.memo(), MemoFormatInUse(table_));
+void DbfRecordEdit::StoreMemos(Change& change, std::byte* record) {
+    change.LockMemo();
+    StoreMemos(*MemoUpdater::Open(*table_.files.memo(), MemoFormatInUse(table_)), change.writes(), record);
+}
+
+void DbfRecordEdit::StoreMemos(MemoUpdater& updater, transaction::ChangeSet& writes, std::byte* record) {
     for (const auto& [field, memo] : memos_) {
         const auto& layout = table_.layout.record.fields[field];
         const bool isNull = Bit(current_.data() + table_.layout.record.nullFlagsOffset, layout.nullBit);
@@ -249,10 +250,10 @@ void DbfRecordEdit::StoreMemos(transaction::ChangeSet& writes, std::byte* record
         const std::uint32_t block =
             memo.content.empty()
                 ? 0
-                : updater->Store(memo.content,
-                                 table_.layout.kinds[field] == FieldKind::MemoText ? MemoContent::Text
-                                                                                   : MemoContent::Binary,
-                                 old, writes);
+                : updater.Store(memo.content,
+                                table_.layout.kinds[field] == FieldKind::MemoText ? MemoContent::Text
+                                                                                  : MemoContent::Binary,
+                                old, writes);
         if (block != old || block == 0) encoder_.fields().SetMemoBlock(record, field, block);
         SetBit(record + table_.layout.record.nullFlagsOffset, layout.nullBit, isNull);
     }

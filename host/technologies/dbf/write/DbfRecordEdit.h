@@ -42,7 +42,8 @@ private:
     void SaveInBatch();
     bool ChangedByOther(std::size_t field, const std::byte* now);
     void CopyField(std::size_t field, const std::byte* from, std::byte* to) const;
-    void StoreMemos(transaction::ChangeSet& writes, std::byte* record);
+    void StoreMemos(Change& change, std::byte* record);
+    void StoreMemos(MemoUpdater& updater, transaction::ChangeSet& writes, std::byte* record);
     void UpdateIndex(Change& change, const std::byte* before, const std::byte* after, std::uint32_t number);
     void DrawNumbers(transaction::ChangeSet& writes, std::byte* record);
     std::uint64_t OffsetOf(std::uint32_t number) const noexcept;

@@ -44,6 +44,7 @@ public:
             const std::uint64_t next = block + needed;
             if (next > kHighestBlock)
                 throw Error(ErrorKind::Overflow, "The memo file " + file_.path() + " is full.");
+            next_ = next;
             std::array<std::byte, 4> bytes{};
             StoreNextFree(bytes.data(), static_cast<std::uint32_t>(next));
             changes.Write(Part::Memo, 0, bytes);
@@ -87,14 +88,17 @@ protected:
 private:
     // The size of the file says which blocks are free, not the header: one that counts too few must not lead
     // to contents being overwritten, and one that counts too many not to a file full of nothing.
-    std::uint64_t NextFree(const ChangeSet& changes) const {
+    std::uint64_t NextFree(const ChangeSet& changes) {
+        if (next_ != 0) return next_;
         std::array<std::byte, 4> bytes{};
         if (!ReadAt(0, bytes))
             throw Error(ErrorKind::Damaged, "The memo file " + file_.path() + " has no header.");
         const std::uint64_t used = Blocks(changes.SizeAfter(Part::Memo, file_.Size()));
-        return std::max(used, std::uint64_t{firstBlock_});
+        next_ = std::max(used, std::uint64_t{firstBlock_});
+        return next_;
     }
 
+    std::uint64_t next_ = 0;  ///< the first free block, once it is known
     std::vector<std::byte> buffer_;
 };
 

@@ -17,7 +17,8 @@ enum class MemoContent : std::uint8_t { Text, Binary };
 ///
 /// A content that fits into the blocks that its field has already is written over the old one; any other gets
 /// blocks at the end. Space that is left over comes back when the table is packed, as with the programs that
-/// made these formats.
+/// made these formats. An updater must go when the lock of the memo file does: it remembers where the file
+/// ends.
 class MemoUpdater {
 public:
     virtual ~MemoUpdater() = default;
