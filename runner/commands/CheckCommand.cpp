@@ -2,6 +2,7 @@
 
 #include "runner/commands/CommandRun.h"
 #include "runner/commands/CsvLine.h"
+#include "runner/commands/FaultLines.h"
 #include "runner/commands/JsonObject.h"
 #include "runner/commands/LinesOut.h"
 #include "runner/commands/NumberText.h"
@@ -9,7 +10,7 @@
 namespace zu::runner::commands {
 namespace {
 
-void Tell(LinesOut& out, const TableName& name, const std::vector<std::wstring>& faults) {
+void Tell(LinesOut& out, const TableName& name, const std::vector<std::wstring>& faults, bool all) {
     switch (out.form()) {
         case LinesOut::Form::Json:
             out.JsonElement(JsonObject()
@@ -30,8 +31,7 @@ void Tell(LinesOut& out, const TableName& name, const std::vector<std::wstring>&
             }
             out.Line(name.shown + L": " + Counted(static_cast<long long>(faults.size()), L"fault"),
                      Style::Bad);
-            for (const std::wstring& fault : faults)
-                out.Line(L"  " + fault);
+            TellFaults(out, faults, all);
     }
 }
 
@@ -45,7 +45,7 @@ void RunCheck(CommandRun& run) {
         try {
             const std::vector<std::wstring> faults = run.service().Check(name);
             if (!faults.empty()) run.FoundFaults();
-            Tell(out, name, faults);
+            Tell(out, name, faults, run.words().Has(L"--all"));
         } catch (...) {
             run.Fail(run.ReasonOfFailure());
         }

@@ -9,7 +9,7 @@ namespace zu::runner::commands {
 namespace {
 
 constexpr std::size_t kGap = 2;
-constexpr std::size_t kNarrowest = 8;
+constexpr std::size_t kNarrowest = 12;
 
 }  // namespace
 
@@ -31,26 +31,31 @@ std::size_t ColumnLayout::Total() const {
     return total;
 }
 
-void ColumnLayout::Fit(std::size_t width) {
-    cuts_ = true;
-    // One step takes the widest down to the next but one, or to what is needed.
+bool ColumnLayout::Shrink(std::size_t width) {
     while (Total() > width) {
         std::size_t widest = shown_;
         for (std::size_t i = 0; i < shown_; ++i) {
             if (columns_[i].firm || widths_[i] <= kNarrowest) continue;
             if (widest == shown_ || widths_[i] > widths_[widest]) widest = i;
         }
-        if (widest == shown_) break;
-        std::size_t second = kNarrowest;
+        if (widest == shown_) return false;
+        // One step takes the widest column down to the next but one, or to what is needed.
+        std::size_t next = kNarrowest;
         for (std::size_t i = 0; i < shown_; ++i)
-            if (i != widest && !columns_[i].firm && widths_[i] < widths_[widest])
-                second = std::max(second, widths_[i]);
-        const std::size_t excess = Total() - width;
-        const std::size_t room = std::max<std::size_t>(widths_[widest] - second, 1);
-        widths_[widest] -= std::min(excess, room);
+            if (!columns_[i].firm && widths_[i] < widths_[widest]) next = std::max(next, widths_[i]);
+        const std::size_t room = std::max<std::size_t>(widths_[widest] - next, 1);
+        widths_[widest] -= std::min(Total() - width, room);
     }
-    while (shown_ > 1 && Total() > width)
+    return true;
+}
+
+void ColumnLayout::Fit(std::size_t width) {
+    cuts_ = true;
+    const std::vector<std::size_t> natural = widths_;
+    while (!Shrink(width) && shown_ > 1) {
         --shown_;
+        widths_ = natural;
+    }
     if (shown_ == 1) widths_[0] = std::min(widths_[0], std::max<std::size_t>(width, 1));
 }
 

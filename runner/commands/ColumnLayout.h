@@ -20,8 +20,8 @@ public:
 
     /// Values that will be shown; the columns become as wide as they need.
     void Measure(const std::vector<std::wstring>& values);
-    /// Makes the columns fit a line of `width`: the widest texts first give way, down to a few characters;
-    /// if that is not enough, columns at the right are left out, but never the first one.
+    /// Makes the columns fit a line of `width`: the widest texts first give way, down to twelve
+    /// characters; if that is not enough, columns at the right are left out, but never the first one.
     void Fit(std::size_t width);
 
     /// Texts that are too long are cut when the layout was fitted to a width, else they stand out.
@@ -35,6 +35,8 @@ public:
 private:
     std::wstring Join(const std::vector<std::wstring>& cells, bool values) const;
     std::size_t Total() const;
+    /// Makes texts narrower until the columns fit; false when that is not enough.
+    bool Shrink(std::size_t width);
 
     std::vector<Column> columns_;
     std::vector<std::size_t> widths_;

@@ -24,6 +24,7 @@ constexpr OptionDescription kWidth{L"--width", L"N",
 constexpr OptionDescription kNoPager{L"--no-pager", nullptr, L"does not stop after each page"};
 constexpr OptionDescription kFields{L"--fields", L"A,B", L"these fields in this order"};
 constexpr OptionDescription kWhere{L"--where", L"CONDITION", L"the condition, in another place"};
+constexpr OptionDescription kAll{L"--all", nullptr, L"all faults of a table, not only the first ten"};
 constexpr OptionDescription kTitle{L"--title", L"TEXT", L"title of the window"};
 
 std::vector<OptionDescription> With(std::vector<OptionDescription> options) {
@@ -55,7 +56,8 @@ constexpr wchar_t kCheckDetails[] =
     L"shell).\n"
     L"Wildcards (* and ?) and folders stand for several tables. Nobody else may have a table open "
     L"meanwhile.\n"
-    L"Exit code: 0 all sound, 2 faults found, 1 a table could not be examined.\n";
+    L"Exit code: 0 all sound, 2 faults found, 1 a table could not be examined.\n"
+    L"zurun repair mends what can be mended.\n";
 
 std::vector<OptionDescription> FormatOptionsWith(std::vector<OptionDescription> options) {
     options.push_back({L"--format", L"NAME", L"delimited (default) or fixed"});
@@ -86,10 +88,10 @@ std::vector<CommandDescription> MakeCommands() {
                kWhere}),
          RunShow},
         {L"check", L"TABLE...", L"examines tables, memos and tags to the last byte", kCheckDetails, 1,
-         1000000, With({kJson, kCsv, kWidth, kNoPager}), RunCheck},
+         1000000, With({kAll, kJson, kCsv, kNoPager}), RunCheck},
         {L"repair", L"TABLE...",
          L"mends what can be mended; the old files stay, with .bak behind their names", kSeveral, 1, 1000000,
-         With({}), RunRepair},
+         With({kAll}), RunRepair},
         {L"pack", L"TABLE...", L"removes the records that are marked as deleted", kSeveral, 1, 1000000,
          With({}), RunPack},
         {L"reindex", L"TABLE...", L"builds all tags anew", kSeveral, 1, 1000000, With({}), RunReindex},

@@ -45,8 +45,6 @@ public:
     /// The condition: what --where says, else this operand, else nothing.
     std::wstring Condition(std::size_t operand) const;
 
-    /// Lets the engine and the system end the command from here on where it asks for it.
-    void BeginLoop() noexcept { working_ = true; }
     /// Throws Interrupted after Ctrl+C.
     void StopIfInterrupted() const;
     bool interrupted() const noexcept { return interruption_.raised(); }

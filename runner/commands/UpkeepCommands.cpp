@@ -2,6 +2,7 @@
 
 #include "runner/DispatchCall.h"
 #include "runner/commands/CommandRun.h"
+#include "runner/commands/FaultLines.h"
 #include "runner/commands/LinesOut.h"
 #include "runner/commands/NumberText.h"
 
@@ -46,8 +47,7 @@ void RunRepair(CommandRun& run) {
         if (left.empty()) return;
         run.FoundFaults();
         out.Line(L"  left as it is:", Style::Bad);
-        for (const std::wstring& fault : left)
-            out.Line(L"  " + fault);
+        TellFaults(out, left, run.words().Has(L"--all"));
     });
 }
 

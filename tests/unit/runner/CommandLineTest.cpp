@@ -101,5 +101,29 @@ TEST(CommandLine, HelpNamesEveryOption) {
     }
 }
 
+TEST(CommandLine, ABareWordMayNameACommand) {
+    const CommandLine line = CommandLine::Parse({L"show", L"orders", L"--limit", L"5", L"//nologo"});
+    EXPECT_EQ(line.action, CommandLine::Action::Command);
+    EXPECT_EQ(line.script, L"show");
+    EXPECT_EQ(line.arguments, (Words{L"orders", L"--limit", L"5", L"//nologo"}))
+        << "the options of cscript are for scripts";
+    EXPECT_EQ(CommandLine::Parse({L"Help"}).action, CommandLine::Action::Command);
+}
+
+TEST(CommandLine, OptionsInFrontOfACommandAreItsOwn) {
+    const CommandLine line =
+        CommandLine::Parse({L"//nologo", L"--data", L"info", L"--trace", L"info", L"info"});
+    EXPECT_EQ(line.action, CommandLine::Action::Command);
+    EXPECT_EQ(line.arguments, (Words{L"--data", L"info", L"--trace", L"info"}));
+    EXPECT_NE(RefusalOf({L"--language", L"js", L"info", L"x"}).find("--language"), std::string::npos);
+}
+
+TEST(CommandLine, AScriptNamedLikeACommandRunsUnderItsPath) {
+    for (const wchar_t* script : {L"show.vbs", L"./show", L".\\show"}) {
+        EXPECT_EQ(CommandLine::Parse({script}).action, CommandLine::Action::Run) << script;
+    }
+    EXPECT_EQ(CommandLine::Parse({L"-e", L"1", L"show"}).action, CommandLine::Action::Run);
+}
+
 }  // namespace
 }  // namespace zu::runner
