@@ -46,6 +46,7 @@ void RunCheck(CommandRun& run) {
             const std::vector<std::wstring> faults = run.service().Check(name);
             if (!faults.empty()) run.FoundFaults();
             Tell(out, name, faults, run.words().Has(L"--all"));
+            out.Flush();
         } catch (...) {
             run.Fail(run.ReasonOfFailure());
         }

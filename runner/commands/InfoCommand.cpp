@@ -220,6 +220,7 @@ void RunInfo(CommandRun& run) {
                     ShowFacts(out, facts, name.shown, out.width());
             }
             first = false;
+            out.Flush();
         } catch (...) {
             run.Fail(run.ReasonOfFailure());
         }

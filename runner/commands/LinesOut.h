@@ -33,6 +33,8 @@ public:
     void Heading(std::wstring_view header, std::wstring_view rule);
     /// An element of the one array that is the whole output in JSON.
     void JsonElement(std::wstring_view json);
+    /// Writes what is held back: between tables, so that nobody waits for what is known.
+    void Flush() { lines_.Flush(); }
     /// Ends the array and writes what is held back.
     void Finish();
 

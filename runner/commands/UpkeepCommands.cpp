@@ -18,6 +18,7 @@ void ForEachTable(CommandRun& run, Work&& work) {
         run.listener().Forget();
         try {
             work(name, out);
+            out.Flush();
         } catch (...) {
             run.Fail(run.ReasonOfFailure());
         }

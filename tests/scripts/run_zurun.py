@@ -10,46 +10,12 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from harness.programs import run, windows_path  # noqa: E402
-from harness.results import Results  # noqa: E402
+from harness.checks import Checks  # noqa: E402
+from harness.programs import windows_path  # noqa: E402
 from harness.script_files import scripts_of  # noqa: E402
 from harness.tables import prepare  # noqa: E402
 
 DLLS = ("Zuengine.dll", "ZuDBFFunctions.dll")
-
-
-class Checks:
-    """Runs the program and compares; each check is one test with a statement for a name."""
-
-    def __init__(self, binaries, work):
-        self.results = Results("zurun_program")
-        self.binaries = binaries
-        self.program = binaries / "zurun.exe"
-        self.work = work
-        self.group = ""
-
-    def run(self, *arguments, **options):
-        return run(options.pop("program", self.program), *arguments, **options)
-
-    def file(self, name, content):
-        path = self.work / name
-        path.write_bytes(content if isinstance(content, bytes) else content.encode())
-        return windows_path(path)
-
-    def expect(self, statement, outcome, code=0, out=None, err=None, out_has=(), err_has=(), out_lacks=()):
-        """`out` and `err` are the whole texts (with LF), `..._has` pieces of them."""
-        faults = []
-        actual_out, actual_err = outcome.out.replace("\r\n", "\n"), outcome.err.replace("\r\n", "\n")
-        if outcome.timed_out or outcome.code != code:
-            faults.append(f"exit code {code} was expected")
-        if out is not None and actual_out != out:
-            faults.append(f"expected on standard output: {out!r}")
-        if err is not None and actual_err != err:
-            faults.append(f"expected on standard error: {err!r}")
-        faults += [f"standard output lacks {piece!r}" for piece in out_has if piece not in actual_out]
-        faults += [f"standard error lacks {piece!r}" for piece in err_has if piece not in actual_err]
-        faults += [f"standard output has {piece!r}" for piece in out_lacks if piece in actual_out]
-        self.results.add(self.group, statement, "\n".join(faults + [outcome.describe()]) if faults else None)
 
 
 def command_line(check):
@@ -289,7 +255,7 @@ def main():
     facts = prepare(options.work / "tables", options.bin / "zugenerate.exe")
     work = options.work / "zurun program"
     work.mkdir(parents=True, exist_ok=True)
-    check = Checks(options.bin, work)
+    check = Checks("zurun_program", options.bin, work)
     groups = {
         "command line": lambda: command_line(check),
         "exit codes": lambda: exit_codes(check),
