@@ -1,0 +1,1 @@
+"""The manual: docs/ as web pages and as a help file."""
