@@ -1,6 +1,7 @@
 """What a user gets, and where each file lies in the installed folder and in the zip."""
 import dataclasses
 import pathlib
+import re
 
 ROOT = pathlib.Path(__file__).resolve().parents[1]
 
@@ -26,6 +27,12 @@ def _bytes(file):
     return content
 
 
+def _header(file):
+    """A header as the interface compiler made it, without the folder in which it did."""
+    first, _, rest = _bytes(file).partition(b"\r\n")
+    return re.sub(rb"from \S*?([^/\s]+\.idl)", rb"from \1", first) + b"\r\n" + rest
+
+
 def _tree(folder, place):
     for file in sorted(path for path in folder.rglob("*") if path.is_file() and "__pycache__" not in path.parts):
         yield Item(f"{place}/{file.relative_to(folder).as_posix()}", 64, _bytes(file))
@@ -45,7 +52,7 @@ def items(programs, programs32, headers, web, help_file):
         inner = file.relative_to(ROOT / "samples")
         if inner.parts[0] != "generator" and inner.name != "CMakeLists.txt" and "__pycache__" not in inner.parts:
             found.append(Item(f"samples/{inner.as_posix()}", 64, _bytes(file)))
-    found += [Item(f"include/{file.name}", 64, _bytes(file)) for file in sorted(headers.glob("*.h"))]
+    found += [Item(f"include/{file.name}", 64, _header(file)) for file in sorted(headers.glob("*.h"))]
     if help_file:
         found.append(Item("zuRefbk.chm", 64, help_file.read_bytes()))
     return sorted(found, key=lambda item: item.place)

@@ -8,6 +8,7 @@
 #include "portable/files/File.h"
 #include "samples/generator/BenchOrders.h"
 #include "samples/generator/Customers.h"
+#include "samples/generator/Folder.h"
 #include "samples/generator/Orders.h"
 
 namespace {
@@ -19,7 +20,7 @@ constexpr const char* kUsage =
     "zugenerate FOLDER                       customers and orders, the tables of the samples\n"
     "zugenerate --orders N [--text] FOLDER   one table of N orders for measurements; --text: as orders.csv "
     "too\n"
-    "FOLDER must exist. The same command always makes the same tables.\n";
+    "FOLDER is made when it is not there. The same command always makes the same tables.\n";
 
 struct Options {
     std::string_view folder;
@@ -61,6 +62,7 @@ int main(int count, char** arguments) {
     try {
         zu::files::FileSystem& system = zu::files::SystemFiles();
         const std::string folder(options.folder);
+        zu::samples::MakeFolder(folder);
         if (options.orders > 0) {
             zu::samples::WriteBenchOrders(system, folder, options.orders, options.asText);
         } else {

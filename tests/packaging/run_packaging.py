@@ -8,6 +8,7 @@ import os
 import pathlib
 import re
 import shutil
+import subprocess
 import sys
 import zipfile
 
@@ -24,12 +25,20 @@ import installer  # noqa: E402
 import layout  # noqa: E402
 import make  # noqa: E402
 import wine_registry  # noqa: E402
+from manual import chm, contents  # noqa: E402
 from installed import Prefix  # noqa: E402
 
 UNINSTALL = "software\\microsoft\\windows\\currentversion\\uninstall\\"
 HOME = "C:\\Program Files\\ZuDBFFunctions"
 HOME32 = "C:\\Program Files (x86)\\ZuDBFFunctions"
 OLDER, NEWER = "0.0.9", identity.version()
+# Name, arguments; {} is the folder of the sample tables.
+SAMPLES = (
+    ("first.vbs", "{}"), ("demo.vbs", "{}"), ("count.vbs", "{}\\orders", "PAID AND AMOUNT > 100"), ("fields.vbs", "{}\\customers"),
+    ("lookup.js", "{}", "4711"), ("prices.vbs", "{}"), ("merge.vbs", "{}>customers", "{}>archive", "NOT ACTIVE"),
+    ("tidy.js", "{}\\customers", "NOT ACTIVE AND CREDIT = 0", "ID"), ("text-files.vbs", "{}"))
+# Those that open windows (tests/windows), need cscript (run apart), Excel, PowerShell, Python for Windows or a compiler; texts.
+NOT_RUN = {"edit.vbs", "pick.vbs", "with-cscript.vbs", "UnpaidOrders.bas", "report.ps1", "report.py", "cpp/report.cpp", "README.md"}
 
 
 class Packages:
@@ -62,6 +71,8 @@ class Packages:
         self.check("made twice, the packages hold the same bytes",
                    [i.place for i in again if i not in self.items] +
                    ([] if archive.build(NEWER, self.items, work).read_bytes() == before else ["another zip"]))
+        if self.options.help_file:
+            self.help_file()
         older = [item for item in self.items if not item.place.startswith("docs/")]
         older.append(layout.Item("docs/dropped later.txt", 64, b"was part of an older version"))
         self.older = installer.build(OLDER, older, self._fresh("older"))
@@ -72,6 +83,14 @@ class Packages:
                 self.check(f"{item.place} tells its version", self._version_faults(item))
         self.check("text files for Windows end their lines with CR LF",
                    [i.place for i in self.items if i.place.endswith((".vbs", ".cmd")) and i.content.count(b"\n") != i.content.count(b"\r\n")])
+
+    def help_file(self):
+        """What the compiled help file holds."""
+        listing = subprocess.run(["chmls", "list", self.options.work / "chm" / chm.NAME], text=True, capture_output=True, check=True).stdout
+        inside = set(re.findall(r"^\s*\d+\s+\d+\s+\d+\s+(\S+)$", listing, re.M))
+        self.check("the help file has every page", {f"/{page}.html" for page in contents.pages()} - inside)
+        self.check("and contents, index, full text search and help contexts",
+                   {"/contents.hhc", "/terms.hhk", "/$FIftiMain", "/#IVB"} - inside)
 
     def _fresh(self, name):
         folder = self.options.work / name
@@ -160,8 +179,36 @@ class Packages:
         self.check("a sample runs under cscript", [] if re.match(r"\d{5} records in ", outcome.out) else [outcome.describe()])
         outcome = run(home + "\\zurun.exe", home + "\\samples\\first.vbs", windows_path(tables))
         self.check("the first script runs with zurun", [] if outcome.code == 0 and re.match(r"\d{5} orders, \d{4} of them not paid", outcome.out) else [outcome.describe()])
+        if home == HOME:
+            self.samples(home, tables)
         outcome = run("cmd", "/c", home + "\\console.cmd", "once")
         self.check("the console says what can be done", [] if "zugenerate demo" in outcome.out else [outcome.describe()])
+
+    def samples(self, home, tables):
+        """Every sample that needs neither a user nor another program; those that change the tables last."""
+        folder = windows_path(tables)
+        known = {sample[0] for sample in SAMPLES} | NOT_RUN
+        present = {item.place.removeprefix("samples/") for item in self.items if item.place.startswith("samples/")}
+        self.check("every sample is run, or known not to be", known ^ present)
+        installed = self.prefix.folder / "drive_c" / "Program Files" / "ZuDBFFunctions"
+        program = self.options.work / "report.exe"
+        compiled = subprocess.run(["x86_64-w64-mingw32-g++-posix", "-std=c++17", "-municode", "-Wall", "-Wextra", "-isystem",
+                                   installed / "include", installed / "samples" / "cpp" / "report.cpp", "-o", program, "-lole32",
+                                   "-loleaut32", "-luuid", "-static"], text=True, capture_output=True, check=False)
+        self.check("the C++ sample compiles without a warning against the installed headers", [compiled.stderr] if compiled.stderr else [])
+        outcome = run(program, folder)
+        lines = outcome.out.splitlines()
+        self.check("and lists the orders", [] if outcome.code == 0 and lines and lines[0] == f"{len(lines) - 1} orders" and len(lines) > 1
+                   else [outcome.describe()])
+        outcome = run(program, folder + "\\nowhere")
+        self.check("and says why it cannot", [] if outcome.code == 1 and "nowhere" in outcome.err else [outcome.describe()])
+        for name, *arguments in SAMPLES:
+            arguments = [argument.replace("{}", folder) for argument in arguments]
+            outcome = run(home + "\\zurun.exe", f"{home}\\samples\\{name}", *arguments)
+            self.check(f"the sample {name} runs", [] if outcome.code == 0 and outcome.out else [outcome.describe()])
+        checked = subprocess.run([sys.executable, "-c", "import ast, sys; ast.parse(open(sys.argv[1]).read())", installed / "samples" / "report.py"],
+                                 text=True, capture_output=True, check=False)
+        self.check("the Python sample is well-formed", [checked.stderr] if checked.returncode else [])
 
     def uninstall(self):
         self.group = "uninstalling"
