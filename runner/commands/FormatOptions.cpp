@@ -31,6 +31,16 @@ std::wstring SeparatorText(const std::wstring& stated) {
     return stated == L"\\t" || stated == L"tab" ? std::wstring(L"\t") : stated;
 }
 
+/// What people write for truth values; other words are left to automation.
+com::Variant TruthOf(const std::wstring& value) {
+    const auto is = [&value](const wchar_t* word) {
+        return CompareStringOrdinal(value.c_str(), -1, word, -1, TRUE) == CSTR_EQUAL;
+    };
+    if (is(L"yes")) return com::Variant(true);
+    if (is(L"no")) return com::Variant(false);
+    return com::Variant(value);
+}
+
 }  // namespace
 
 FormatOptions::FormatOptions(const CommandWords& words, Direction direction)
@@ -81,8 +91,9 @@ void FormatOptions::Apply(const CommandWords& words, Direction direction) {
 
 void FormatOptions::Set(const std::wstring& property, const std::wstring& value) {
     if (!FindMember(format_.get(), property)) Refuse(L"text formats have no property " + property);
+    const bool isTruth = CallMember(format_.get(), property).type() == VT_BOOL;
     try {
-        PutMember(format_.get(), property, com::Variant(value));
+        PutMember(format_.get(), property, isTruth ? TruthOf(value) : com::Variant(value));
     } catch (const com::ComError&) {
         Refuse(L"the property " + property + L" of text formats does not take \"" + value + L"\"");
     }

@@ -25,6 +25,7 @@ JsonObject& JsonObject::Truth(std::wstring_view name, bool value) {
 
 JsonObject& JsonObject::Texts(std::wstring_view name, const std::vector<std::wstring>& values) {
     std::vector<std::wstring> strings;
+    strings.reserve(values.size());
     for (const std::wstring& value : values)
         strings.push_back(JsonString(value));
     return Raw(name, JsonArray(strings));

@@ -37,13 +37,15 @@ bool Terminal::isInteractive() const noexcept {
 std::size_t Terminal::width() const {
     CONSOLE_SCREEN_BUFFER_INFO info{};
     if (!GetConsoleScreenBufferInfo(handle_, &info)) return 80;
-    return static_cast<std::size_t>(info.srWindow.Right - info.srWindow.Left + 1);
+    const int columns = info.srWindow.Right - info.srWindow.Left + 1;
+    return static_cast<std::size_t>(columns);
 }
 
 std::size_t Terminal::height() const {
     CONSOLE_SCREEN_BUFFER_INFO info{};
     if (!GetConsoleScreenBufferInfo(handle_, &info)) return 25;
-    return static_cast<std::size_t>(info.srWindow.Bottom - info.srWindow.Top + 1);
+    const int rows = info.srWindow.Bottom - info.srWindow.Top + 1;
+    return static_cast<std::size_t>(rows);
 }
 
 WORD Terminal::AttributesOf(Style style) const noexcept {

@@ -375,6 +375,8 @@ def text_files(check, facts):
           f"'ID'\t'NAME'\t'SINCE'\t'ACTIVE'\r\n{row['ID']}\t'{row['NAME']}'\t{day}\t{'yes' if row['ACTIVE'] else 'no'}\r\n")
     run("export", "customers", "out.txt", "--limit", "1", "--fields", "NAME,CITY", "--quote=", "--header")
     equal(check, "texts without quotes", content("out.txt"), f"NAME,CITY\r\n{row['NAME']},{row['CITY']}\r\n")
+    run("export", "customers", "out.txt", "--limit", "1", "--fields", "ID,NAME", "--set", "StringsQuoted=no", "--set", "NumbersQuoted=yes")
+    equal(check, "truth values of the format are yes and no", content("out.txt"), f"\"{row['ID']}\",{row['NAME']}\r\n")
     run("export", "customers", "out.txt", "--limit", "2", "--fields", "ID,CITY", "--format", "fixed")
     equal(check, "lines of fixed length", content("out.txt"),
           "".join(f"{row['ID']:>8}{row['CITY']:<24}\r\n" for row in customers[:2]))
