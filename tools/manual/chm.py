@@ -77,7 +77,8 @@ def write_sources(folder):
     folder.mkdir(parents=True)
     files = []
     for page in [*contents.pages(), site.INDEX]:
-        body = site.index_body() if page == site.INDEX else render.body(page)
+        # The viewer shows no SVG; each such picture lies beside it as PNG.
+        body = site.index_body() if page == site.INDEX else render.body(page).replace('.svg"', '.png"')
         title = "Index" if page == site.INDEX else contents.title(page)
         target = folder / f"{page}.html"
         target.parent.mkdir(parents=True, exist_ok=True)
@@ -85,7 +86,7 @@ def write_sources(folder):
         files.append(f"{page}.html")
     (folder / "help.css").write_text(_STYLE)
     shutil.copytree(contents.DOCS / "pictures", folder / "pictures")
-    files += ["help.css", *sorted(str(pathlib.PurePosixPath("pictures", file.name)) for file in (folder / "pictures").iterdir())]
+    files += ["help.css", *sorted(str(pathlib.PurePosixPath("pictures", file.name)) for file in (folder / "pictures").glob("*.png"))]
     (folder / "contents.hhc").write_text(_ascii(_contents()), encoding="ascii")
     (folder / "terms.hhk").write_text(_ascii(_keywords()), encoding="ascii")
     (folder / "help.hhp").write_text(_ascii(_project(files)), encoding="ascii")

@@ -1,4 +1,5 @@
 """The order of the manual: its parts and their pages, as the menu and the help file's contents show them."""
+import functools
 import pathlib
 import re
 
@@ -16,6 +17,7 @@ _PARTS = (
 )
 
 
+@functools.cache
 def parts():
     """[(title, [page name])], all pages of docs/, each once."""
     found, seen = [], set()
@@ -40,5 +42,6 @@ def source(page):
     return (DOCS / f"{page}.md").read_text(encoding="utf-8")
 
 
+@functools.cache
 def title(page):
     return re.search(r"^# (.*)$", source(page), re.M).group(1).replace("`", "")

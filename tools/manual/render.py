@@ -1,12 +1,13 @@
 """From the Markdown of docs/ to HTML."""
+import posixpath
 import re
 
 import markdown
 
 from . import contents
 
-# A page that is linked but not made into HTML, such as a sample, lies where it lies in the installed folder.
-_LINK = re.compile(r'(href=")([^":#]*)\.md((?:#[^"]*)?")')
+_LINK = re.compile(r'<a href="([^":#]+)(#[^"]*)?">(.*?)</a>', re.S)
+_SHIPPED = "../samples/"
 
 
 def _slug(text, separator):
@@ -14,13 +15,23 @@ def _slug(text, separator):
     return re.sub(r"[^\w\- ]", "", text.lower()).strip().replace(" ", separator)
 
 
+def _link(page, match):
+    """A link as it is right in the installed folder: to the HTML of a page, or to a sample; what is not there is text."""
+    target, anchor, text = match.group(1), match.group(2) or "", match.group(3)
+    place = posixpath.normpath(posixpath.join(posixpath.dirname(page), target))
+    if place.endswith(".md") and place[:-3] in contents.pages():
+        return f'<a href="{target[:-3]}.html{anchor}">{text}</a>'
+    if place.startswith(_SHIPPED):
+        return match.group(0)
+    return text
+
+
 def body(page):
-    """The HTML of a page, with links to other pages as links to their HTML."""
+    """The HTML of a page."""
     converter = markdown.Markdown(extensions=["tables", "fenced_code", "toc", "sane_lists"],
                                   extension_configs={"toc": {"slugify": _slug}})
-    html = converter.convert(contents.source(page))
-    html = html.replace('class="language-output"', 'class="output"')
-    return _LINK.sub(r"\1\2.html\3", html)
+    html = converter.convert(contents.source(page)).replace('class="language-output"', 'class="output"')
+    return _LINK.sub(lambda match: _link(page, match), html)
 
 
 def upwards(page):
