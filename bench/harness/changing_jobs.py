@@ -33,7 +33,7 @@ def update(setting):
 
 
 def delete(setting):
-    orders, records, turns = setting.orders, setting.records, setting.turns(1, 10)
+    orders, records, turns = setting.orders, setting.records, setting.turns(0.02, 2)
     table, base = orders.work / "{}" / "orders.dbf", orders.work / "{}.sqlite"
     return one_by_one(setting, "delete", "delete by key", False) + [Job("delete by condition", "delete", records, [
         programs.client(setting.wine, "delete-many", turns, records, 0, table, prepare=orders.copy_tables, agrees=True),

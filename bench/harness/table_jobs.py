@@ -6,7 +6,7 @@ FASTEST = "PRAGMA synchronous=OFF;"
 
 
 def pack(setting):
-    orders, turns = setting.orders, setting.turns(1, 10)
+    orders, turns = setting.orders, setting.turns(0.2, 10)
     return [Job("pack", "pack", setting.records, [
         programs.zurun(setting.wine, "work.vbs", turns, orders.work / "{}" / "orders.dbf", job="pack", prepare=orders.copy_tables,
                        agrees=True),
@@ -18,7 +18,7 @@ def pack(setting):
 
 
 def index(setting):
-    orders, turns = setting.orders, setting.turns(1, 10)
+    orders, turns = setting.orders, setting.turns(0.2, 10)
     return [Job("build an index on 30 characters", "index", setting.records, [
         programs.zurun(setting.wine, "work.vbs", turns, orders.work / "{}" / "orders.dbf", job="index",
                        prepare=lambda turns: orders.copy_tables(turns, indexed=False)),
@@ -30,7 +30,7 @@ def index(setting):
 
 
 def copy(setting):
-    orders, turns = setting.orders, setting.turns(1, 10)
+    orders, turns = setting.orders, setting.turns(0.2, 10)
 
     def fresh(_):
         orders.fresh_work()

@@ -17,7 +17,7 @@ def pieces():
 
 
 def export(setting):
-    orders, turns = setting.orders, setting.turns(1, 10)
+    orders, turns = setting.orders, setting.turns(0.2, 10)
     work = orders.work
 
     def fresh(_):
@@ -49,7 +49,7 @@ def export(setting):
 
 
 def bring_in(setting):
-    orders, turns = setting.orders, setting.turns(1, 10)
+    orders, turns = setting.orders, setting.turns(0.2, 10)
     work = orders.work
 
     def folders(turns):
