@@ -5,6 +5,7 @@
 #include <chrono>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace zu::windows {
 
@@ -46,6 +47,20 @@ RunningScript::RunningScript(const std::wstring& folder, const std::string& scri
     : output_(folder + L"output.txt") {
     const std::wstring path = folder + L"script.vbs";
     std::ofstream(Narrow(path), std::ios::binary) << script;
+    const std::wstring program =
+        host == Host::kZurun ? L"\"" + OwnFolder() + L"zurun.exe\"" : L"cscript.exe //nologo";
+    Start(program + L" \"" + path + L"\" \"" + folder.substr(0, folder.size() - 1) + L"\"", nullptr);
+}
+
+RunningScript::RunningScript(const std::wstring& folder, const std::vector<std::wstring>& words)
+    : output_(folder + L"output.txt") {
+    std::wstring command = L"\"" + OwnFolder() + L"zurun.exe\"";
+    for (const std::wstring& word : words)
+        command += L" \"" + word + L"\"";
+    Start(std::move(command), folder.c_str());
+}
+
+void RunningScript::Start(std::wstring command, const wchar_t* folder) {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     const HANDLE output =
         CreateFileW(output_.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0, nullptr);
@@ -53,11 +68,8 @@ RunningScript::RunningScript(const std::wstring& folder, const std::string& scri
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdOutput = start.hStdError = output;
-    const std::wstring program =
-        host == Host::kZurun ? L"\"" + OwnFolder() + L"zurun.exe\"" : L"cscript.exe //nologo";
-    std::wstring command = program + L" \"" + path + L"\" \"" + folder.substr(0, folder.size() - 1) + L"\"";
     const BOOL started = CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW,
-                                        nullptr, nullptr, &start, &information_);
+                                        nullptr, folder, &start, &information_);
     CloseHandle(output);
     EXPECT_TRUE(started);
 }
@@ -75,6 +87,12 @@ bool RunningScript::isRunning() const {
 
 bool RunningScript::WaitFor(const std::function<bool()>& condition) const {
     return Poll(condition, [this] { return !isRunning(); });
+}
+
+DWORD RunningScript::ExitCode() const {
+    DWORD code = 0;
+    GetExitCodeProcess(information_.hProcess, &code);
+    return code;
 }
 
 std::string RunningScript::Output() {

@@ -16,6 +16,8 @@ public:
 
     /// Starts the script (VBScript). Its first argument is `folder`.
     RunningScript(const std::wstring& folder, const std::string& script, Host host = Host::kZurun);
+    /// Starts zurun with these words, in `folder`.
+    RunningScript(const std::wstring& folder, const std::vector<std::wstring>& words);
     ~RunningScript();
     RunningScript(const RunningScript&) = delete;
     RunningScript& operator=(const RunningScript&) = delete;
@@ -23,12 +25,16 @@ public:
     bool isRunning() const;
     /// What the script wrote, once it has ended; fails the test when it does not end in time.
     std::string Output();
+    /// Once it has ended.
+    DWORD ExitCode() const;
     DWORD process() const noexcept { return information_.dwProcessId; }
 
     /// Waits until `condition` holds; false after a generous limit, or when the process has ended first.
     bool WaitFor(const std::function<bool()>& condition) const;
 
 private:
+    void Start(std::wstring command, const wchar_t* folder);
+
     std::wstring output_;
     PROCESS_INFORMATION information_{};
 };

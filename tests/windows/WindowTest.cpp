@@ -50,6 +50,13 @@ void WindowTest::Pick(const std::vector<Person>& people, const std::string& argu
     ASSERT_TRUE(form_->Open()) << Output();
 }
 
+void WindowTest::Command(const std::vector<Person>& people, const std::vector<std::wstring>& words) {
+    WritePeople(folder_, people);
+    script_ = std::make_unique<RunningScript>(folder_, words);
+    form_ = std::make_unique<FormDriver>(*script_);
+    ASSERT_TRUE(form_->Open()) << Output();
+}
+
 std::string WindowTest::ExitAndRead() {
     form_->Press({'X', false, false, true});
     EXPECT_TRUE(form_->WaitForClose());

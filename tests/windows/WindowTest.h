@@ -24,6 +24,8 @@ protected:
     void Edit(const std::vector<Person>& people, const std::string& arguments = ", \"People\"");
     /// `DbfPick`; the script then prints what was picked.
     void Pick(const std::vector<Person>& people, const std::string& arguments = ", \"People\"");
+    /// A command of zurun on the table "people".
+    void Command(const std::vector<Person>& people, const std::vector<std::wstring>& words);
     void Run(const std::string& script, RunningScript::Host host = RunningScript::Host::kZurun);
 
     /// Leaves the form by its button and answers what the script wrote.
