@@ -11,6 +11,7 @@
 #include "runner/commands/HeaderLine.h"
 #include "runner/commands/NumberText.h"
 #include "runner/commands/RecordRows.h"
+#include "runner/commands/TableFile.h"
 #include "runner/commands/TemporaryTextFile.h"
 
 namespace zu::runner::commands {
@@ -100,6 +101,7 @@ std::wstring FileFor(const TableName& name, const std::wstring& target, bool fol
 void RunExport(CommandRun& run) {
     Export job(run);
     const std::wstring& target = run.words().operands().at(1);
+    RequireTextFile(target);
     const bool folder = target != kStandardOutput && IsFolder(target);
     const std::vector<TableName> tables = run.Tables(0, 1);
     if (tables.size() > 1 && !folder)

@@ -17,6 +17,7 @@
 #include "runner/commands/ImportNote.h"
 #include "runner/commands/NumberText.h"
 #include "runner/commands/RecordRows.h"
+#include "runner/commands/TableFile.h"
 #include "runner/commands/TemporaryTextFile.h"
 
 namespace zu::runner::commands {
@@ -38,6 +39,7 @@ public:
           format_(run.words(), Direction::Import),
           file_(run.words().operands().at(0)),
           table_(run.Table(1)) {
+        RequireTextFile(file_);
         if (HasHeader() && format_.isFixed())
             throw Error(ErrorKind::InvalidArgument, "--header goes with delimited text files only");
     }

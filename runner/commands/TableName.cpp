@@ -116,7 +116,7 @@ std::vector<TableName> TablesOf(std::wstring_view word, const std::wstring& fold
     if (word.empty() || HasWildcard(word.substr(0, length))) return {TableOf(word, folder)};
     // Other files that a shell's pattern catches are none of our business.
     std::wstring_view pattern = WithoutExtension(word.substr(length));
-    if (pattern == L"*.*") pattern = L"*";
+    if (pattern.ends_with(L".*")) pattern.remove_suffix(2);
     const std::wstring_view lead = word.substr(0, length);
     return Matching(FullPath(lead.empty() ? L"." : lead, folder), pattern, lead, list);
 }

@@ -400,6 +400,12 @@ def text_files(check, facts):
     equal(check, "and no file is touched", (tables.path / "never.txt").exists(), False)
     check.expect("a file that cannot be made is named", run("export", "customers", "no/such/folder/x.txt", "--limit", "1"), 1, out="",
                  err_has=["x.txt"])
+    table = (tables.path / "orders.dbf").read_bytes()
+    for name in ("orders.dbf", "ORDERS.FPT", "x.cdx"):
+        check.expect(f"export does not write over {name}", run("export", "customers", name), 64, out="", err_has=["table's file"])
+    equal(check, "the table stays as it was", (tables.path / "orders.dbf").read_bytes() == table, True)
+    check.expect("import takes no table for a text file", run("import", "orders.dbf", "customers"), 64, out="",
+                 err_has=["table's file"])
     for words in (("--format", "xml"), ("--set", "Nope=1"), ("--set", "x"), ("--set", "NumbersQuoted=perhaps"),
                   ("--format", "fixed", "--header")):
         check.expect(f"wrong usage: {' '.join(words)}", run("export", "customers", "never.txt", *words), 64, out="",

@@ -95,6 +95,7 @@ TEST(TableName, WildcardsStandForTheTablesThatMatch) {
     EXPECT_EQ(database.Shown(L"*", L"C:\\data"), (Words{L"customers", L"Orders", L"orders2"}));
     EXPECT_EQ(database.asked, L"C:\\data");
     EXPECT_EQ(database.Shown(L"sub/*.*"), (Words{L"sub/customers", L"sub/Orders", L"sub/orders2"}));
+    EXPECT_EQ(database.Shown(L"C:\\data\\orders.*"), Words{L"C:\\data\\Orders"});
     EXPECT_EQ(database.Shown(L"sales>orders?"), Words{L"sales>orders2"});
     EXPECT_EQ(database.asked, L"sales");
 }
