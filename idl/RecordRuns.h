@@ -25,7 +25,13 @@ struct RecordRuns : IUnknown {
 /// Adds many records to a view's table: they may be held back in memory, and work on indexes is gathered. A
 /// record is safe against the end of the process at the latest when the batch ends.
 struct RecordBatch : IUnknown {
-    virtual HRESULT STDMETHODCALLTYPE BeginBatch() noexcept = 0;
+    /// `*codePage` receives the page of the table's texts, 0 when there is none.
+    virtual HRESULT STDMETHODCALLTYPE BeginBatch(UINT* codePage) noexcept = 0;
+    /// Adds a record to the batch whose `count` fields at the positions `fields`, null for the first ones,
+    /// hold these values, as AddNew, the values one by one and Update would. Bytes are of `codePage`.
+    /// S_FALSE: nothing was done, and those have to be called; they also tell what is wrong, if anything is.
+    virtual HRESULT STDMETHODCALLTYPE AddRow(UINT codePage, const ULONG* fields, const textio::Cell* cells,
+                                             ULONG count) noexcept = 0;
     /// Also ends by itself when the view goes. `*lost`, also set when an error is answered, receives how many
     /// of the records that were saved last could not be written and are not in the table.
     virtual HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept = 0;
@@ -34,4 +40,4 @@ struct RecordBatch : IUnknown {
 }  // namespace zu
 
 __CRT_UUID_DECL(zu::RecordRuns, 0x6E1C0A57, 0x93D4, 0x4F2B, 0xA7, 0x0C, 0x52, 0x1D, 0xB8, 0x36, 0xEF, 0x94)
-__CRT_UUID_DECL(zu::RecordBatch, 0x7D02E5B9, 0x3C81, 0x4FA6, 0x95, 0x6B, 0x48, 0xF1, 0xB2, 0x0E, 0x73, 0xCA)
+__CRT_UUID_DECL(zu::RecordBatch, 0xC2A97F14, 0x60D3, 0x4B8E, 0xA1, 0x37, 0x0D, 0x94, 0x5E, 0x26, 0xBB, 0x81)

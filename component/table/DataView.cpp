@@ -48,6 +48,10 @@ void DataView::MoveNext() const {
     Check(view_->MoveNext(kNextRecord));
 }
 
+void DataView::Move(LONG position) const {
+    Check(view_->Move(position, kReserved));
+}
+
 bool DataView::Eof() const {
     VARIANT_BOOL eof = VARIANT_FALSE;
     Check(view_->get_Eof(kReserved, &eof));

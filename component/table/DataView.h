@@ -23,6 +23,8 @@ public:
     LONG AbsolutePosition() const;
     void MoveFirst() const;
     void MoveNext() const;
+    /// Makes the record at this position from 0 current.
+    void Move(LONG position) const;
     bool Eof() const;
     /// The value that the current record holds in the field of this name.
     com::Variant Value(std::wstring_view field);

@@ -9,7 +9,7 @@ namespace zu::component {
 
 GatheredRows::GatheredRows(DataView& view, CopyOutcome& outcome)
     : batch_(com::Share(view.get()).tryAs<RecordBatch>()), outcome_(outcome) {
-    if (batch_) com::Check(batch_->BeginBatch());
+    if (batch_) com::Check(batch_->BeginBatch(&codePage_));
 }
 
 GatheredRows::~GatheredRows() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "com/ComPtr.h"
 #include "component/table/CopyOutcome.h"
 #include "component/table/DataView.h"
@@ -17,6 +19,16 @@ public:
     GatheredRows(const GatheredRows&) = delete;
     GatheredRows& operator=(const GatheredRows&) = delete;
 
+    /// Adds a row at once whose first fields hold these cells. False: nothing was done, and the row must go
+    /// through the view field by field. Bytes are of `codePage`.
+    /// `fields`: the positions of the fields that the cells are for, where those are not the first ones.
+    bool Add(unsigned codePage, std::span<const textio::Cell> cells, const ULONG* fields = nullptr) const {
+        return batch_ &&
+               batch_->AddRow(codePage, fields, cells.data(), static_cast<ULONG>(cells.size())) == S_OK;
+    }
+    /// The code page of the view's texts; 0 when it is not known.
+    unsigned codePage() const noexcept { return codePage_; }
+    bool isOpen() const noexcept { return static_cast<bool>(batch_); }
     /// All rows are in the table now. Throws ComError when some could not be written; the outcome then counts
     /// those that are there.
     void Finish();
@@ -25,6 +37,7 @@ private:
     HRESULT End();
 
     com::ComPtr<RecordBatch> batch_;
+    UINT codePage_ = 0;
     CopyOutcome& outcome_;
 };
 

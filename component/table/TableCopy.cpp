@@ -6,6 +6,7 @@
 #include "component/engine/WatchedJob.h"
 #include "component/table/DataView.h"
 #include "component/table/GatheredRows.h"
+#include "component/table/RunCopy.h"
 
 namespace zu::component {
 
@@ -63,13 +64,15 @@ void TableCopy::CopyRows(FieldMatch match) {
     DataView destination(to_);
     RowCopy rows(source, destination, match);
     GatheredRows gathered(destination, outcome_);
+    RunCopy runs(source, destination, match, gathered);
     const WatchedJob job(L"copy", 0);
     source.MoveFirst();
-    while (!source.Eof()) {
+    while (runs.Next() || !source.Eof()) {
         outcome_.BeginRow();
-        outcome_.EndRow(rows.CopyRow());
+        const bool atOnce = runs.AddRow();
+        outcome_.EndRow(atOnce || rows.CopyRow());
         if (!job.GoesOnAfter(outcome_.rows())) throw com::ComError(E_ABORT, L"Ended by the user");
-        source.MoveNext();
+        if (!atOnce) source.MoveNext();
     }
     gathered.Finish();
 }

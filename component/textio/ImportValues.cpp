@@ -77,6 +77,20 @@ Variant ImportValues::NoDate(std::wstring_view token, FieldNotes& notes) const {
     return Variant();
 }
 
+std::optional<bool> ImportValues::Truth(std::string_view token) {
+    constexpr std::size_t kMostAnswers = 16;
+    for (const Answer& answer : answers_)
+        if (answer.token == token) return answer.truth;
+    try {
+        const bool truth = Engine().data().ToBoolean(Variant(Wide(token)));
+        if (answers_.size() < kMostAnswers) answers_.push_back({std::string(token), truth});
+        return truth;
+    } catch (const com::ComError&) {
+        SetErrorInfo(0, nullptr);
+        return std::nullopt;
+    }
+}
+
 template <class Char>
 Variant ImportValues::ConvertAny(const textio::ReadValue<Char>& value, int type, FieldNotes& notes) {
     using Kind = typename textio::ReadValue<Char>::Kind;

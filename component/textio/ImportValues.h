@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "com/Variant.h"
 #include "component/textio/FieldNotes.h"
@@ -23,7 +25,15 @@ public:
     com::Variant Convert(const textio::ReadValue<char>& value, int type, FieldNotes& notes);
     com::Variant Convert(const textio::ReadValue<char16_t>& value, int type, FieldNotes& notes);
 
+    /// What the engine takes the token of a Boolean field for; nothing when it has no answer.
+    std::optional<bool> Truth(std::string_view token);
+
 private:
+    struct Answer {
+        std::string token;
+        bool truth;
+    };
+
     template <class Char>
     com::Variant ConvertAny(const textio::ReadValue<Char>& value, int type, FieldNotes& notes);
     /// Valid until the next call.
@@ -34,6 +44,7 @@ private:
     std::u16string mask_;
     const text::CodePage& page_;
     std::u16string wide_;
+    std::vector<Answer> answers_;  ///< of the engine, for the words that come again and again
 };
 
 }  // namespace zu::component

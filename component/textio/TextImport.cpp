@@ -1,5 +1,7 @@
 #include "component/textio/TextImport.h"
 
+#include <functional>
+#include <optional>
 #include <type_traits>
 
 #include "com/Bstr.h"
@@ -7,7 +9,6 @@
 #include "component/engine/EngineLink.h"
 #include "component/engine/RunTimeError.h"
 #include "component/engine/Trapped.h"
-#include "component/table/GatheredRows.h"
 #include "component/textio/TextFile.h"
 
 namespace zu::component {
@@ -51,6 +52,7 @@ TextImport::TextImport(DataView& view, const textio::ImportFormat& format, CopyO
       outcome_(outcome),
       encoding_(SystemCodePage()),
       reader_(format),
+      cellReader_(reader_),
       values_(format, encoding_.page()) {
     const LONG count = view.FieldCount();
     for (LONG position = 0; position < count; ++position) {
@@ -76,16 +78,19 @@ void TextImport::SetCondition(std::wstring_view condition) {
 
 void TextImport::Run(textio::LineReader& lines, std::wstring_view path) {
     GatheredRows gathered(view_, outcome_);
+    // What a condition says is known when the fields are filled.
+    const GatheredRows* const wholeRows = evaluator_ || !gathered.isOpen() ? nullptr : &gathered;
+    kept_.resize(fields_.size());
     if (encoding_.isSingleByte()) {
-        ReadLines<char>(lines, path);
+        ReadLines<char>(lines, path, wholeRows);
     } else {
-        ReadLines<char16_t>(lines, path);
+        ReadLines<char16_t>(lines, path, wholeRows);
     }
     gathered.Finish();
 }
 
 template <class Char>
-void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path) {
+void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path, const GatheredRows* wholeRows) {
     textio::LineCutter<Char> cutter(format_.preset(), InFile<Char>(encoding_, format_.separator()),
                                     InFile<Char>(encoding_, format_.quote()));
     std::string_view bytes;
@@ -106,7 +111,7 @@ void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path) {
         Fate fate = Fate::Failed;
         std::wstring reason = L"the table refused the record";
         try {
-            fate = AddRecord(cutter, line);
+            fate = AddRecord(cutter, line, wholeRows);
         } catch (...) {
             reason = ErrorInField();
         }
@@ -116,13 +121,40 @@ void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path) {
 }
 
 template <class Char>
-auto TextImport::AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line) -> Fate {
+auto TextImport::AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line,
+                           [[maybe_unused]] const GatheredRows* wholeRows) -> Fate {
+    if constexpr (std::is_same_v<Char, char>) {
+        if (wholeRows && AddAtOnce(cutter, line, *wholeRows)) return Fate::Added;
+    }
     cutter.Start(line);
     Variant blank = Variant::Missing();
     if (!view_.AddNew(*blank.address())) return Fate::Failed;
     FillFields(cutter);
     if (evaluator_ && !Engine().data().ToBoolean(Variant(evaluator_->Evaluate()))) return Fate::Rejected;
     return view_.Update() ? Fate::Added : Fate::Failed;
+}
+
+bool TextImport::AddAtOnce(textio::LineCutter<char>& cutter, std::string_view line,
+                           const GatheredRows& rows) {
+    cells_.clear();
+    cutter.Start(line);
+    for (std::size_t position = 0; position < fields_.size() && !cutter.isAtEnd(); ++position) {
+        const Field& field = fields_[position];
+        std::string_view token = cutter.Next(field.width);
+        const std::less<> before;
+        if (before(token.data(), line.data()) ||
+            before(line.data() + line.size(), token.data() + token.size()))
+            token = kept_[position].assign(token);
+        textio::Cell cell;
+        if (!cellReader_.Read(field.kind, token, cell)) return false;
+        if (static_cast<textio::FieldType>(field.kind.type) == textio::FieldType::Boolean) {
+            const std::optional<bool> truth = values_.Truth(token);
+            if (!truth) return false;
+            cell = textio::Cell::OfBoolean(*truth);
+        }
+        cells_.push_back(cell);
+    }
+    return rows.Add(encoding_.page().number(), cells_);
 }
 
 template <class Char>

@@ -8,9 +8,12 @@
 
 #include "component/table/CopyOutcome.h"
 #include "component/table/DataView.h"
+#include "component/table/GatheredRows.h"
 #include "component/table/clsEvaluator.h"
 #include "component/textio/FieldNotes.h"
 #include "component/textio/ImportValues.h"
+#include "portable/textio/Cell.h"
+#include "portable/textio/CellReader.h"
 #include "portable/textio/Encoding.h"
 #include "portable/textio/ImportFormat.h"
 #include "portable/textio/LineCutter.h"
@@ -41,10 +44,15 @@ private:
 
     enum class Fate : unsigned char { Added, Rejected, Failed };
 
+    /// `wholeRows` takes records at once; null where every one goes through its fields.
     template <class Char>
-    void ReadLines(textio::LineReader& lines, std::wstring_view path);
+    void ReadLines(textio::LineReader& lines, std::wstring_view path, const GatheredRows* wholeRows);
     template <class Char>
-    Fate AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line);
+    Fate AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line,
+                   const GatheredRows* wholeRows);
+    /// Adds the record without going through its fields. False: the line needs a closer look, and nothing was
+    /// done.
+    bool AddAtOnce(textio::LineCutter<char>& cutter, std::string_view line, const GatheredRows& rows);
     template <class Char>
     void FillFields(textio::LineCutter<Char>& cutter);
     /// Runs inside a catch block.
@@ -57,8 +65,11 @@ private:
     CopyOutcome& outcome_;
     textio::Encoding encoding_;
     textio::ValueReader reader_;
+    textio::CellReader cellReader_;
     ImportValues values_;
     std::vector<Field> fields_;
+    std::vector<textio::Cell> cells_;
+    std::vector<std::string> kept_;  ///< tokens of fields that do not lie in the line as they are
     std::unique_ptr<clsEvaluator> evaluator_;
     FieldNotes notes_;
     /// The token that a field has refused, for the log; it counts while fields are being filled.

@@ -16,7 +16,9 @@ public:
 
     HRESULT STDMETHODCALLTYPE ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
                                       ULONG* records) noexcept override;
-    HRESULT STDMETHODCALLTYPE BeginBatch() noexcept override;
+    HRESULT STDMETHODCALLTYPE BeginBatch(UINT* codePage) noexcept override;
+    HRESULT STDMETHODCALLTYPE AddRow(UINT codePage, const ULONG* fields, const textio::Cell* cells,
+                                     ULONG count) noexcept override;
     HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept override;
 
 private:

@@ -51,12 +51,30 @@ HRESULT DataView::ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
     return SUCCEEDED(result) && !readable ? E_NOTIMPL : result;
 }
 
-HRESULT DataView::BeginBatch() noexcept {
+HRESULT DataView::BeginBatch(UINT* codePage) noexcept {
+    if (!codePage) return E_POINTER;
+    *codePage = 0;
     return Guarded([&] {
         batch_.reset();
         gathered_ = cursor()->records();
         batch_ = gathered_->BeginBatch();
+        *codePage = batch_->codePage();
     });
+}
+
+HRESULT DataView::AddRow(UINT codePage, const ULONG* fields, const textio::Cell* cells,
+                         ULONG count) noexcept {
+    if (!cells) return E_POINTER;
+    if (!batch_ || gathered_ != cursor()->records()) return S_FALSE;
+    try {
+        const std::uint32_t number = gathered_->AddRow(*batch_, {cells, count}, fields, codePage);
+        if (number == 0) return S_FALSE;
+        cursor()->TakeNew(number);
+        return S_OK;
+    } catch (...) {
+        // The way through single values meets the same error and tells of it.
+        return S_FALSE;
+    }
 }
 
 HRESULT DataView::EndBatch(ULONG* lost) noexcept {

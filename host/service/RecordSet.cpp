@@ -12,6 +12,11 @@ bool RecordSet::ReadRow(std::size_t, technologies::RowCells&) {
     return false;
 }
 
+std::uint32_t RecordSet::AddRow(technologies::Batch&, std::span<const textio::Cell>, const unsigned long*,
+                                unsigned) {
+    return 0;
+}
+
 std::unique_ptr<technologies::Batch> RecordSet::BeginBatch() {
     return std::make_unique<technologies::Batch>();
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,11 @@ public:
     virtual bool ReadRow(std::size_t record, technologies::RowCells& out);
     /// Begins a batch of new records; it must not outlive the set.
     virtual std::unique_ptr<technologies::Batch> BeginBatch();
+    /// Adds a record to a batch of the set, without letting it join, and answers its number: see
+    /// Batch::AddRow. The cells are for the view's fields at the positions `fields`; null: for the first
+    /// ones.
+    virtual std::uint32_t AddRow(technologies::Batch& batch, std::span<const textio::Cell> cells,
+                                 const unsigned long* fields, unsigned codePage);
     /// The record's number in its table, from 1; 0 for a record outside a table.
     virtual std::uint32_t RecordNumber(std::size_t record) = 0;
     virtual bool IsDeleted(std::size_t record) = 0;

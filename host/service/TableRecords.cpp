@@ -33,6 +33,17 @@ std::unique_ptr<technologies::Batch> TableRecords::BeginBatch() {
     return table_->BeginBatch();
 }
 
+std::uint32_t TableRecords::AddRow(technologies::Batch& batch, std::span<const textio::Cell> cells,
+                                   const unsigned long* fields, unsigned codePage) {
+    if (!fields) return batch.AddRow(cells, chosen_, codePage);
+    places_.clear();
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        if (fields[i] >= chosen_.size()) return 0;
+        places_.push_back(chosen_[fields[i]]);
+    }
+    return batch.AddRow(cells, places_, codePage);
+}
+
 bool TableRecords::IsDeleted(std::size_t record) {
     return table_->IsDeleted(numbers_.at(record));
 }

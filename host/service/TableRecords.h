@@ -24,6 +24,8 @@ public:
     void Read(std::size_t record, std::size_t field, technologies::Value& out) override;
     bool ReadRow(std::size_t record, technologies::RowCells& out) override;
     std::unique_ptr<technologies::Batch> BeginBatch() override;
+    std::uint32_t AddRow(technologies::Batch& batch, std::span<const textio::Cell> cells,
+                         const unsigned long* fields, unsigned codePage) override;
     std::uint32_t RecordNumber(std::size_t record) override { return numbers_.at(record); }
     bool IsDeleted(std::size_t record) override;
 
@@ -37,6 +39,7 @@ public:
 private:
     std::shared_ptr<technologies::Table> table_;
     std::vector<std::size_t> chosen_;
+    std::vector<std::size_t> places_;  ///< reused by AddRow
     std::vector<std::uint32_t> numbers_;
     Deleted deleted_;
     std::wstring tableName_;

@@ -53,7 +53,7 @@ bool RowCells::Add(const Value& value, FieldType type) {
             return true;
         }
         case Value::Kind::DateTime:
-            Add(value.julianDay < kFirstDay ? Cell() : Cell::OfInteger(value.julianDay, Cell::Kind::Date));
+            Add(value.julianDay < kFirstDay ? Cell() : Cell::OfDate(value.julianDay, value.milliseconds));
             return true;
         case Value::Kind::Text: {
             if (usedTexts_ == texts_.size()) texts_.emplace_back();

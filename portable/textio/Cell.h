@@ -34,9 +34,9 @@ struct Cell {
         Currency,     ///< `integer` / 10000
         Single,       ///< `number`, a value of single precision
         Double,       ///< `number`
-        Date,         ///< `integer`, a Julian day
-        Bytes,        ///< `length` bytes at `bytes`, in the code page of the file
-        Characters    ///< `length` UTF-16 units at `characters`
+        Date,   ///< `integer`, a Julian day, and `length` milliseconds since midnight, which no text shows
+        Bytes,  ///< `length` bytes at `bytes`, in the code page of the file
+        Characters  ///< `length` UTF-16 units at `characters`
     };
 
     Kind kind = Kind::Null;
@@ -55,6 +55,11 @@ struct Cell {
         Cell cell;
         cell.kind = kind;
         cell.integer = value;
+        return cell;
+    }
+    static Cell OfDate(std::int32_t julianDay, std::int32_t milliseconds = 0) noexcept {
+        Cell cell = OfInteger(julianDay, Kind::Date);
+        cell.length = static_cast<std::uint32_t>(milliseconds);
         return cell;
     }
     static Cell OfDecimal(std::int64_t units, std::uint8_t scale) noexcept {

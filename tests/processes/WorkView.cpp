@@ -118,7 +118,8 @@ bool WorkView::Append(LONG id, LONG version) {
 }
 
 void WorkView::BeginBatch() {
-    com::Check(view_.as<RecordBatch>()->BeginBatch());
+    UINT codePage = 0;
+    com::Check(view_.as<RecordBatch>()->BeginBatch(&codePage));
 }
 
 void WorkView::EndBatch() {

@@ -9,6 +9,7 @@
 #include "host/technologies/dbf/RecordSelector.h"
 #include "host/technologies/dbf/maintenance/FileSwap.h"
 #include "host/technologies/dbf/write/DbfRecordEdit.h"
+#include "host/technologies/dbf/write/TableBatch.h"
 #include "portable/error/Error.h"
 #include "portable/files/Path.h"
 
@@ -55,32 +56,6 @@ write::WriteSettings WriteSettingsOf(const technologies::TechnologySettings& set
     result.staleTags = settings.allowStaleIndexes ? cdx::StaleTags::Allow : cdx::StaleTags::Refuse;
     return result;
 }
-
-/// The share that one caller has in the batch of a table.
-class TableBatch final : public technologies::Batch {
-public:
-    explicit TableBatch(write::AppendBatch& batch) noexcept : batch_(batch) { batch.Begin(); }
-    ~TableBatch() override {
-        try {
-            Finish();
-        } catch (...) {
-            // What is left to do stands in the journal.
-            static_cast<void>(std::current_exception());
-        }
-    }
-    TableBatch(const TableBatch&) = delete;
-    TableBatch& operator=(const TableBatch&) = delete;
-    void Finish() override {
-        if (!isOpen_) return;
-        isOpen_ = false;
-        batch_.End();
-    }
-    std::uint32_t lost() const noexcept override { return batch_.lost(); }
-
-private:
-    write::AppendBatch& batch_;
-    bool isOpen_ = true;
-};
 
 /// Undoes what a process that died in the middle of a change has left. Answers whether records are left that
 /// have no keys yet.
@@ -306,7 +281,7 @@ std::unique_ptr<technologies::Batch> DbfTable::BeginBatch() {
     if (writeSettings_.durability == transaction::Durability::PowerCut ||
         (indexes_ && indexes_->refusesEqualKeys()))
         return Table::BeginBatch();
-    return std::make_unique<TableBatch>(*table.batch);
+    return std::make_unique<write::TableBatch>(table);
 }
 
 std::unique_ptr<technologies::RecordEdit> DbfTable::EditRecord(std::uint32_t record) {

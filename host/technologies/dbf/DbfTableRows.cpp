@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "host/technologies/RowCells.h"
+#include "host/technologies/dbf/write/AppendBatch.h"
 #include "portable/calendar/Calendar.h"
 #include "portable/text/NumberText.h"
 
@@ -62,6 +63,8 @@ Cell LogicalCell(char c) noexcept {
 
 bool DbfTable::ReadRow(std::uint32_t record, std::span<const std::size_t> chosen,
                        technologies::RowCells& out) {
+    // A batch of this table may let the file be mapped anew while the cells are still in use.
+    if (batch_ && batch_->isOpen()) return false;
     const std::byte* const bytes = RequireRecord(record);
     // Blocks of a file that is not mapped come and go while the cells are still in use.
     const bool textsStay = records_.isMapped() && out.codePage() == codePage().number();
