@@ -54,7 +54,9 @@ protected:
 
 TEST_F(ManualExample, OfDbfEditSaysThatTheWindowWasClosed) {
     RunExample("DbfEdit");
-    EXPECT_EQ(Lines(ExitAndRead()), expected_);
+    form_->PushButton(L"E&xit");
+    EXPECT_TRUE(form_->WaitForClose());
+    EXPECT_EQ(Lines(Output()), expected_);
 }
 
 TEST_F(ManualExample, OfDbfPickCountsTheOrdersOfTheFirstCustomer) {
