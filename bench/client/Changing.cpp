@@ -44,10 +44,9 @@ double Add(const Client& client, const Work& work) {
         Put(values.get(), 7, rate);
         Put(values.get(), 8, note);
         Put(values.get(), 9, code);
-        ComPtr<ZuDataView> given = values;
-        ZuDataView* pointer = given.get();
+        ZuDataView* given = values.get();
         VARIANT_BOOL added = VARIANT_FALSE;
-        Check(client.functions()->DbfAddNew(table.get(), &pointer, &added));
+        Check(client.functions()->DbfAddNew(table.get(), &given, &added));
         if (!added) client.Fail("DbfAddNew");
     }
     return work.count;

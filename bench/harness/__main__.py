@@ -13,8 +13,9 @@ GROUPS = {
     "add": changing_jobs.add, "update": changing_jobs.update, "delete": changing_jobs.delete, "pack": table_jobs.pack,
     "index": table_jobs.index, "copy": table_jobs.copy, "export": text_jobs.export, "import": text_jobs.bring_in, "grid": reading_jobs.grid,
 }
-# A peer that would take longer than this at the next size is left out there.
+# A peer whose one turn would take longer than this at the next size is left out there.
 PATIENCE = 45.0
+QUICK_PATIENCE = 4.0
 
 
 def arguments():
@@ -38,15 +39,16 @@ def arguments():
 class Bench:
     """Measures jobs and keeps the results."""
 
-    def __init__(self, rounds):
+    def __init__(self, rounds, patience):
         self.rounds = rounds
+        self.patience = patience
         self.rows = []
         self.longest = {}  # wall seconds of a run by job and program, at the size before
 
     def leave_out(self, job, program, records):
         """Programs that would take too long are not waited for; ours always are."""
         before = self.longest.get((job.name, program.name))
-        if before and program.kind == "peer" and before[1] * records / before[0] > PATIENCE:
+        if before and program.kind == "peer" and before[1] * records / before[0] > self.patience:
             program.missing = "too slow at this size"
 
     def measure(self, job, records):
@@ -82,7 +84,7 @@ class Bench:
 def main():
     options = arguments()
     wine = Wine()
-    bench = Bench(options.rounds)
+    bench = Bench(options.rounds, QUICK_PATIENCE if options.quick else PATIENCE)
     failures = []
     sizes = [data.make(records, wine) for records in sorted(options.records)]
     print(f"median of {options.rounds} round(s) by turns; a program's start is taken off; cpu is user and system time, of ours with "

@@ -61,7 +61,7 @@ def process(setting):
 
 
 def grid(setting):
-    orders, turns = setting.orders, 2 if setting.quick else 10
+    orders, turns = setting.orders, 1 if setting.quick else 5
     return [Job(f"open the grid, {title}", "grid", 1, [
         programs.client(setting.wine, "grid", turns, setting.records, 0, orders.table, condition, display=setting.display,
                         missing="" if setting.display else "no screen (xvfb)")])

@@ -34,7 +34,7 @@ def export(setting):
             programs.ogr2ogr(turns, lambda turn: ["-f", "CSV", work / f"{turn}.csv", orders.table], prepare=fresh),
             programs.sqlite_shell(work, turns, orders.sqlite, f".mode csv\n.output {work}/{{}}.txt\n{living};", prepare=fresh),
             programs.duckdb(turns, orders.load, f"COPY ({living}) TO '{work}/{{}}.txt' (FORMAT csv, HEADER false)", prepare=fresh),
-            programs.reader("export-delimited", turns, orders.table, work / "{}.txt", name="Python, dbfread", prepare=fresh),
+            programs.reader("export-delimited", orders.table, work / "{}.txt", name="Python, dbfread", prepare=fresh),
             programs.limit("export-delimited", turns, orders.table, work / "{}.txt", prepare=fresh),
         ]),
         Job("export fixed", "export", setting.records, [
@@ -77,7 +77,7 @@ def bring_in(setting):
             sqlite(f"CREATE TABLE t ({SQLITE_COLUMNS});\n.mode csv\n.import {orders.unicode_delimited} t\nSELECT count(*) FROM t;"),
             programs.duckdb(turns, "", f"CREATE OR REPLACE TABLE t AS FROM read_csv('{orders.unicode_delimited}', header=false, "
                             f"dateformat='%Y%m%d', columns={columns})", "SELECT count(*) FROM t", prepare=folders, agrees=True),
-            programs.reader("import-delimited", turns, orders.plain, orders.delimited, work / "{}" / "orders.dbf", name="Python, dbf",
+            programs.reader("import-delimited", orders.plain, orders.delimited, work / "{}" / "orders.dbf", name="Python, dbf",
                             prepare=folders, agrees=True),
             limit("delimited", orders.delimited),
         ]),
