@@ -225,6 +225,9 @@ def show(check, facts):
     first = customers[0]
     check.expect("columns: numbers at the right with their places, dates as they sort", run("customers", "--limit", "3"), err="",
                  out_has=["ID  NAME", "  CREDIT  ", "--  ---", f"  {first['SINCE']}  ", f" {first['CREDIT']:.2f}  true\n"])
+    weight = next(row for row in orders if row["WEIGHT"] * 100 == int(row["WEIGHT"] * 100))
+    check.expect("floating-point numbers too have the places of their field", run("orders", f"ID = {weight['ID']}", "--fields", "WEIGHT"),
+                 out_has=[f"{weight['WEIGHT']:.3f}\n"], err="")
     equal(check, "a condition selects", parsed(run("customers", "COUNTRY = 'SE'", "--json")),
           [row for row in customers if row["COUNTRY"] == "SE"])
     equal(check, "--where says the same", run("customers", "--where", "COUNTRY = 'SE'").out, run("customers", "COUNTRY = 'SE'").out)
@@ -310,6 +313,8 @@ def upkeep(check, facts):
     rows = list(csv.DictReader(io.StringIO(run("check", "*", "--csv").out)))
     equal(check, "as CSV too", (rows[-1], sum(1 for row in rows if row["state"] == "faulty")),
           ({"table": "orders", "state": "sound", "fault": ""}, len(answer[0]["faults"])))
+    check.expect("a failure counts more than faults", run("check", "customers", "nosuch"), 1, out_has=["customers: "],
+                 err_has=["nosuch"])
     check.expect("--all shows them to people", run("check", "customers", "--all"), 2, out_lacks=["--all"])
     check.expect("reindex mends an index", run("reindex", "customers"), out="customers: 5 tags built\n", err="")
     check.expect("as check confirms", run("check", "customers"), out="customers: sound\n", err="")
