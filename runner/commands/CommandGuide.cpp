@@ -88,7 +88,7 @@ std::vector<CommandDescription> MakeCommands() {
                kWhere}),
          RunShow},
         {L"check", L"TABLE...", L"examines tables, memos and tags to the last byte", kCheckDetails, 1,
-         1000000, With({kAll, kJson, kCsv, kNoPager}), RunCheck},
+         1000000, With({kAll, kJson, kCsv}), RunCheck},
         {L"repair", L"TABLE...",
          L"mends what can be mended; the old files stay, with .bak behind their names", kSeveral, 1, 1000000,
          With({kAll}), RunRepair},

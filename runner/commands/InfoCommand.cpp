@@ -201,7 +201,7 @@ constexpr const wchar_t* kCsvHeader =
 }  // namespace
 
 void RunInfo(CommandRun& run) {
-    LinesOut out(run);
+    LinesOut out(run, LinesOut::Paging::OnTerminal);
     if (out.form() == LinesOut::Form::Csv) out.Line(kCsvHeader);
     bool first = true;
     for (const TableName& name : run.Tables(0, run.words().operands().size())) {

@@ -20,10 +20,11 @@ std::size_t WidthOf(const CommandWords& words, const Terminal& terminal) {
 
 }  // namespace
 
-LinesOut::LinesOut(CommandRun& run)
+LinesOut::LinesOut(CommandRun& run, Paging paging)
     : run_(run),
       form_(FormOf(run.words())),
-      pages_(form_ == Form::People && run.terminal().isInteractive() && !run.words().Has(L"--no-pager")),
+      pages_(paging == Paging::OnTerminal && form_ == Form::People && run.terminal().isInteractive() &&
+             !run.words().Has(L"--no-pager")),
       width_(WidthOf(run.words(), run.terminal())),
       pager_(run.terminal()),
       lines_(run.console().out, run.terminal().isConsole() ? &run.terminal() : nullptr) {}

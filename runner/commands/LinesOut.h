@@ -17,9 +17,11 @@ class CommandRun;
 class LinesOut {
 public:
     enum class Form { People, Json, Csv };
+    /// Work must not wait for somebody to turn the page.
+    enum class Paging { Never, OnTerminal };
 
     /// Throws zu::Error (InvalidArgument) when two forms are asked for.
-    explicit LinesOut(CommandRun& run);
+    explicit LinesOut(CommandRun& run, Paging paging = Paging::Never);
 
     Form form() const noexcept { return form_; }
     /// Columns that a line has room for; 0: no limit.

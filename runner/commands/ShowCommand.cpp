@@ -122,7 +122,7 @@ std::wstring CsvHeader(const RecordRows& rows, Extras extras) {
 }  // namespace
 
 void RunShow(CommandRun& run) {
-    LinesOut out(run);
+    LinesOut out(run, LinesOut::Paging::OnTerminal);
     RecordRows rows = Selected(run);
     const Extras extras{run.words().Has(L"--numbers"), run.words().Has(L"--deleted")};
     ColumnsOut columns(rows, extras, out);

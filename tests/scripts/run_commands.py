@@ -283,6 +283,8 @@ def terminal(check, facts):
           (0, False, True))
     equal(check, "lines fit the terminal, texts are cut",
           ("…" in text, all(len(line) <= 70 for line in text.splitlines() if not line.startswith("("))), (True, True))
+    code, received, text = run("check", *["customers"] * 15)
+    equal(check, "work does not wait for somebody to turn the page", (code, PROMPT in text, text.count("sound")), (0, False, 15))
     code, received, text = run("show", "customers", "--json", "--limit", "30")
     equal(check, "JSON is shown without a question", (code, PROMPT in text, text.count('"ID"')), (0, False, 30))
 
@@ -354,7 +356,7 @@ def upkeep(check, facts):
         check.expect(f"{command}: a table that can only be read is refused with the reason", run(command, "foreign"), 1, out="",
                      err_has=["foreign", "can only be read"])
     check.expect("Ctrl+C ends a command over many tables with 130",
-                 run("check", *["orders", "customers"] * 200, "--no-pager", interrupt=True), 130)
+                 run("check", *["orders", "customers"] * 200, interrupt=True), 130)
 
 
 def text_files(check, facts):

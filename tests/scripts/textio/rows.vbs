@@ -26,6 +26,13 @@ Function everything(table)
     If f.DbfToDel(table, folder & "\all.del") Then everything = content(folder & "\all.del")
 End Function
 
+Function listed(rows)
+    Dim i
+    For i = 0 To UBound(rows)
+        listed = listed & rows(i) & ","
+    Next
+End Function
+
 ' One of a few words for the field that has number `column` in line `number`.
 Function pick(words, column)
     pick = words((number * 7 + column * 13 + number \ 5) Mod (UBound(words) + 1))
@@ -70,8 +77,8 @@ same f.DbfFromDel(byField, folder & "\rows.del", "1 = 1", , , rowsB, addedB, fai
 same rowsA, 400, "every line is a row"
 same rowsA, rowsB, "both read the same rows"
 same addedA, addedB, "both add the same number of records"
-ok addedA > 100 And addedA < 400, "some rows are added and some fail: " & addedA
-same Join(failedA, ","), Join(failedB, ","), "the same rows fail"
+ok addedA > 50 And addedA < 400, "some rows are added and some fail: " & addedA
+same listed(failedA), listed(failedB), "the same rows fail"
 ok everything(byRow) = everything(byField), "both ways store the same values"
 
 ' ---- copies ----
@@ -84,17 +91,20 @@ same f.DbfToDbf(copied, folder & ">part", "AMOUNT > 100", "ID,NOTE,AMOUNT"), Tru
 f.DbfToDel copied, folder & "\some.del", "AMOUNT > 100", "ID,NOTE,AMOUNT"
 ok everything(folder & ">part") = content(folder & "\some.del"), "fields chosen and condition hold for the copy"
 back = emptyTable("byname")
-same f.DbfFromDbfCorresponding(back, folder & ">part", , , , rowsA, addedA), True, "copy by the names of fields"
+same f.DbfFromDbfCorresponding(back, folder & ">part", , , , , rowsA, addedA), True, "copy by the names of fields"
 same rowsA, addedA, "every row is added"
 f.DbfToDel back, folder & "\back.del", , "ID,NOTE,AMOUNT"
 ok content(folder & "\back.del") = content(folder & "\some.del"), "values go to the fields of the same name"
 same f.DbfCount(back, "CUSTOMER <> 0"), 0, "the other fields stay blank"
 
-' A destination that is too narrow refuses some rows, whatever the way.
-Dim narrow, failedRows
-service.CreateTable "DBF|" & folder, "narrow", service.OpenTable("DBF|" & folder, "part").Layout, Nothing
-same f.DbfFromDbf(folder & ">narrow", orders, , , "ID,NOTE,AMOUNT", , rowsA, addedA, failedRows), True, "append chosen fields"
-same rowsA, f.DbfCount(orders), "all rows are visited"
+' A value that the destination refuses ends a copy by position, whatever the way: countries go into a field of numbers.
+Dim mixed
+service.CreateTable "DBF|" & folder, "mixed", service.OpenTable("DBF|" & folder, "part").Layout, Nothing
+mixed = folder & ">mixed"
+same f.DbfFromDbf(mixed, orders, , "ID,NOTE,COUNTRY", 500, , rowsA, addedA, failedA), False, "a text is no number"
+same rowsA & " " & addedA, "1 0", "the first row ends the copy"
+same f.DbfFromDbf(mixed, orders, , "ID,NOTE,AMOUNT", 500, , rowsA, addedA, failedA), True, "append fields that fit"
+same addedA & " " & TypeName(failedA), "500 Empty", "every row is added"
 
 ' The source may be the destination.
 Dim before
@@ -102,3 +112,4 @@ before = f.DbfCount(folder & ">part")
 same f.DbfFromDbf(folder & ">part", folder & ">part", , , , , rowsA, addedA), True, "a table is appended to itself"
 same addedA, before, "each of its records once"
 same f.DbfCount(folder & ">part"), 2 * before, "and no more"
+finish
