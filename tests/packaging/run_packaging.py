@@ -14,7 +14,7 @@ import zipfile
 
 sys.dont_write_bytecode = True
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-sys.path += [str(ROOT / "packaging"), str(ROOT / "tests" / "scripts"), str(ROOT / "tools")]
+sys.path += [str(ROOT / "packaging"), str(ROOT / "tests" / "scripts"), str(ROOT / "tests" / "docs"), str(ROOT / "tools")]
 
 from harness.programs import run, windows_path  # noqa: E402
 from harness.results import Results  # noqa: E402
@@ -24,6 +24,7 @@ import identity  # noqa: E402
 import installer  # noqa: E402
 import layout  # noqa: E402
 import make  # noqa: E402
+import pages  # noqa: E402
 import wine_registry  # noqa: E402
 from manual import chm, contents  # noqa: E402
 from installed import Prefix  # noqa: E402
@@ -187,6 +188,7 @@ class Packages:
     def samples(self, home, tables):
         """Every sample that needs neither a user nor another program; those that change the tables last."""
         folder = windows_path(tables)
+        self.first_script(home)
         known = {sample[0] for sample in SAMPLES} | NOT_RUN
         present = {item.place.removeprefix("samples/") for item in self.items if item.place.startswith("samples/")}
         self.check("every sample is run, or known not to be", known ^ present)
@@ -209,6 +211,22 @@ class Packages:
         checked = subprocess.run([sys.executable, "-c", "import ast, sys; ast.parse(open(sys.argv[1]).read())", installed / "samples" / "report.py"],
                                  text=True, capture_output=True, check=False)
         self.check("the Python sample is well-formed", [checked.stderr] if checked.returncode else [])
+
+    def first_script(self, home):
+        """The page about the first script, word for word."""
+        folder = self._fresh("first script")
+        first, second = [block.code for block in pages.blocks((pages.DOCS / "howto" / "first-script.md").read_text()) if block.language == "vbscript"]
+        outcome = run(home + "\\zugenerate.exe", "demo", folder=folder)
+        self.check("the page's first command makes the tables", [] if outcome.code == 0 else [outcome.describe()])
+        for name, script, expected in (("first.vbs", first, r"\d{5} orders, \d{4} of them not paid\s+\d+ \w+"),
+                                       ("second.vbs", second, r"True, the customer has moved\s+\d+ orders get a note")):
+            (folder / name).write_text(script)
+            outcome = run(home + "\\zurun.exe", name, folder=folder)
+            self.check(f"the page's script {name} does what the page says",
+                       [] if outcome.code == 0 and not outcome.err and re.match(expected, outcome.out) else [outcome.describe()])
+        outcome = run(home + "\\zurun.exe", "-e", 'Echo DbfCount("demo>orders", "AMONT > 9900")', folder=folder)
+        page = (pages.DOCS / "howto" / "first-script.md").read_text()
+        self.check("a misspelt field is told as the page says", [] if outcome.err.strip() and outcome.err.strip() in page else [outcome.describe()])
 
     def uninstall(self):
         self.group = "uninstalling"
