@@ -10,8 +10,9 @@ set "native=%SystemRoot%\System32"
 if defined PROCESSOR_ARCHITEW6432 set "native=%SystemRoot%\Sysnative"
 set failed=
 if "%PROCESSOR_ARCHITECTURE%"=="x86" if not defined PROCESSOR_ARCHITEW6432 goto only32
-call :each "%native%\regsvr32.exe" "%~dp0"
+rem The 64-bit DLLs come last: the folder of the help file, which both write, is theirs.
 if exist "%SystemRoot%\SysWOW64\regsvr32.exe" call :each "%SystemRoot%\SysWOW64\regsvr32.exe" "%~dp0x86\"
+call :each "%native%\regsvr32.exe" "%~dp0"
 goto end
 :only32
 call :each "%native%\regsvr32.exe" "%~dp0x86\"

@@ -9,8 +9,8 @@ set "native=%SystemRoot%\System32"
 if defined PROCESSOR_ARCHITEW6432 set "native=%SystemRoot%\Sysnative"
 set failed=
 if "%PROCESSOR_ARCHITECTURE%"=="x86" if not defined PROCESSOR_ARCHITEW6432 goto only32
-call :each "%native%\regsvr32.exe" "%~dp0"
 if exist "%SystemRoot%\SysWOW64\regsvr32.exe" call :each "%SystemRoot%\SysWOW64\regsvr32.exe" "%~dp0x86\"
+call :each "%native%\regsvr32.exe" "%~dp0"
 goto end
 :only32
 call :each "%native%\regsvr32.exe" "%~dp0x86\"
