@@ -38,7 +38,6 @@ private:
     };
     /// Tells a file from another one that took its name.
     struct Identity {
-        std::uint64_t volume = 0;
         std::uint64_t number = 0;
         bool operator==(const Identity&) const = default;
     };
