@@ -81,12 +81,22 @@ def _library_entries(library, number, bits):
         yield Entry(key + "\\TypeLib", "Version", library.version)
 
 
+def _is_shared(entry):
+    """True for a key that 64-bit and 32-bit programs see alike: names of classes, and libraries but for the place of their file."""
+    inner = entry.key.removeprefix("Software\\Classes\\")
+    return not inner.startswith(("CLSID\\", "Interface\\")) and not inner.endswith("\\0\\win32")
+
+
 def entries(file, bits):
-    """All entries of a DLL that is built for 64 or 32 bits."""
+    """All entries of a DLL that is built for 64 or 32 bits.
+
+    What both kinds of programs share belongs to the 64-bit DLL, which is always installed: otherwise it would go when only the
+    part for 32-bit programs is removed.
+    """
     found = []
     for number, name in enumerate(_LIBRARIES[file], 1):
         library = idl.libraries()[name]
         found += _library_entries(library, number, bits)
         for item in library.classes:
             found += _class_entries(library, item, file)
-    return found
+    return [entry for entry in found if bits == 64 or not _is_shared(entry)]

@@ -35,7 +35,7 @@ class Prefix:
 
     def _quietly(self, script):
         subprocess.run(["bash", "-c", script], cwd=TOOLS.parent, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL, timeout=240, check=False)
+                       stderr=subprocess.DEVNULL, timeout=400, check=False)
 
     def keep(self):
         """Says that the prefix is as clean as it was."""

@@ -25,6 +25,7 @@ import installer  # noqa: E402
 import layout  # noqa: E402
 import make  # noqa: E402
 import pages  # noqa: E402
+import registration  # noqa: E402
 import wine_registry  # noqa: E402
 from manual import chm, contents  # noqa: E402
 from installed import Prefix  # noqa: E402
@@ -167,6 +168,9 @@ class Packages:
             twins[entry] = own.get(twin) if twin != entry else None
         self.check("and beyond that only the same for 32-bit programs",
                    [f"{e} = {v!r} beside {twins[e]!r}" for e, v in sorted(rest.items()) if twins[e] is None or v.replace("<home32>", "<home>") != twins[e]])
+        self.check("what both kinds of programs share is not taken away with the 32-bit part",
+                   [entry for file in (registration.COMPONENT, registration.ENGINE) for entry in registration.entries(file, 32)
+                    if not re.match(r"Software\\Classes\\((CLSID|Interface)\\|TypeLib\\\{.*\\0\\win32$)", entry.key)])
         self.check("32-bit programs find the 32-bit DLLs",
                    [] if rows.get("software\\classes\\wow6432node\\clsid\\{fd0150d8-e920-43cf-94bb-1e9a622f397a}\\inprocserver32\\|")
                    == "<home32>\\ZuDBFFunctions.dll" else sorted(e for e in rows if "wow6432node\\clsid" in e)[:5] or ["no such class"])
