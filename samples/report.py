@@ -14,7 +14,7 @@ import win32com.client
 def records(view):
     """The records of a view, each as {field name: value}."""
     names = [view.Fields.Item(number).Name for number in range(view.Fields.Count)]
-    while not view.Eof():
+    while not view.Eof:
         yield {name: view.Item(name).Value for name in names}
         view.MoveNext()
 
