@@ -39,11 +39,18 @@ grid::EnterDirection DirectionOf(const VARIANT& direction) {
     return grid::DirectionOf(com::Convert(content, VT_R8)->dblVal);
 }
 
-std::wstring Reason(const ComError& error) {
+/// What a field of this type takes, for somebody who typed something else.
+const wchar_t* Expected(LONG type) noexcept {
+    if (IsNumber(type)) return L"A number is expected here.";
+    if (type == kDateField) return L"A date is expected here.";
+    if (type == kBooleanField) return L"Yes or No is expected here.";
+    return L"This text does not fit the type of the field.";
+}
+
+std::wstring Reason(const ComError& error, LONG type) {
     if (error.code() == com::kOverflow || error.code() == DISP_E_OVERFLOW)
         return L"This number is too great for the field.";
-    if (error.code() == com::kTypeMismatch || error.code() == DISP_E_TYPEMISMATCH)
-        return L"This text does not fit the type of the field.";
+    if (error.code() == com::kTypeMismatch || error.code() == DISP_E_TYPEMISMATCH) return Expected(type);
     return error.description().empty() ? L"The field refused this value." : error.description();
 }
 
@@ -214,9 +221,9 @@ bool EditSession::Accept(std::wstring_view text) noexcept {
     bool stored = false;
     std::wstring note;
     Trap([&] {
+        const grid::Column& column = columns_[edited_.column];
         try {
             if (!adding_) Enter(edited_.row);
-            const grid::Column& column = columns_[edited_.column];
             ZuDataField& field = view_.Field(edited_.column - kFixedColumns);
             TypedValue typed = ToTypedValue(text, column.type);
             Check(field.put_Value(typed.value));
@@ -225,7 +232,7 @@ bool EditSession::Accept(std::wstring_view text) noexcept {
             const std::wstring shown = CellText(ValueOf(field), com::AsWide(column.format));
             rows_.SetText(edited_, com::AsUtf16(shown));
         } catch (const ComError& error) {
-            note = stored ? std::wstring() : Reason(error);
+            note = stored ? std::wstring() : Reason(error, column.type);
         }
     });
     if (stored) {
@@ -351,7 +358,7 @@ void EditSession::SetDeleted(bool deleted) noexcept {
             Check(view_.DeletedField().put_Value(Variant(deleted)));
             if (view_.RecordCount() < before) RemoveCurrentRow();
         } catch (const ComError& error) {
-            screen_.Explain(Reason(error));
+            screen_.Explain(Reason(error, kNullField));
         }
     });
     ShowStatus();

@@ -128,8 +128,10 @@ RECT fgGrid::CellPlace(Cell cell) const {
     return {left, top, left + session_.columns()[cell.column].width, top + viewport_.rowHeight()};
 }
 
-void fgGrid::Explain(std::wstring_view note) {
-    note_.Show(handle(), CellPlace(session_.current()), note);
+void fgGrid::Explain(std::wstring_view note, LONG bottom) {
+    RECT place = CellPlace(session_.current());
+    place.bottom = std::max(place.bottom, bottom);
+    note_.Show(handle(), place, note);
 }
 
 void fgGrid::Paint() {

@@ -62,7 +62,8 @@ public:
     void RedrawRow(grid::Row row);
     /// The current cell inside the window.
     RECT CellPlace(grid::Cell cell) const;
-    void Explain(std::wstring_view note);
+    /// Beside the current cell, and below what reaches down to `bottom` there.
+    void Explain(std::wstring_view note, LONG bottom);
     void HideNote() noexcept { note_.Hide(); }
     void CopyCells(bool wholeRow, bool headings);
 

@@ -281,7 +281,7 @@ Answer frmDBFEdit::Ask(std::wstring_view question) {
 }
 
 void frmDBFEdit::Explain(std::wstring_view note) {
-    grid_->Explain(note);
+    grid_->Explain(note, editor_.isOpen() ? editor_.Bottom() : 0);
 }
 
 Row frmDBFEdit::TopRow() const {

@@ -121,6 +121,17 @@ void txEditBox::Place() {
     SetWindowPos(toolbar_, HWND_TOP, left, top, size.cx, size.cy, SWP_NOACTIVATE);
 }
 
+LONG txEditBox::Bottom() const noexcept {
+    LONG bottom = 0;
+    for (const HWND window : {edit_, toolbar_}) {
+        RECT place{};
+        if (!window || !GetWindowRect(window, &place)) continue;
+        MapWindowPoints(nullptr, grid_, reinterpret_cast<POINT*>(&place), 2);
+        bottom = std::max(bottom, place.bottom);
+    }
+    return bottom;
+}
+
 void txEditBox::MoveTo(const RECT& cell) {
     if (!isOpen()) return;
     cell_ = cell;

@@ -43,6 +43,8 @@ public:
     bool isOpen() const noexcept { return edit_ != nullptr; }
 
     void MoveTo(const RECT& cell);
+    /// Where the box and its toolbar end, in the coordinates of the grid.
+    LONG Bottom() const noexcept;
     /// A box of several lines, for long texts.
     void Enlarge();
     void SelectNothing();
