@@ -175,6 +175,12 @@ TEST_F(GridTest, ARefusedValueIsExplainedAndNothingChanges) {
     EXPECT_EQ(Text(2), L"a");
 }
 
+TEST_F(GridTest, ATextThatIsNoNumberIsExplainedByWhatIsExpected) {
+    Open(GridData::Numbered(1));
+    EXPECT_FALSE(Type({2, 1}, L"twelve"));
+    EXPECT_EQ(screen_.notes, std::vector<std::wstring>{L"A number is expected here."});
+}
+
 TEST_F(GridTest, ANumberOutOfRangeIsExplainedAndNotStored) {
     Open(GridData::Numbered(1));
     EXPECT_FALSE(Type({2, 1}, L"99999999999"));
