@@ -176,7 +176,9 @@ TEST_F(GridTest, ARefusedValueIsExplainedAndNothingChanges) {
 }
 
 TEST_F(GridTest, ATextThatIsNoNumberIsExplainedByWhatIsExpected) {
-    Open(GridData::Numbered(1));
+    auto data = GridData::Numbered(1);
+    data->fields[0].type = 14;
+    Open(data);
     EXPECT_FALSE(Type({2, 1}, L"twelve"));
     EXPECT_EQ(screen_.notes, std::vector<std::wstring>{L"A number is expected here."});
 }
