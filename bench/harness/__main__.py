@@ -43,19 +43,19 @@ class Bench:
         self.rounds = rounds
         self.patience = patience
         self.rows = []
-        self.longest = {}  # wall seconds of a run by job and program, at the size before
+        self.longest = {}  # items and wall seconds of a turn by job and program, at the size before
 
-    def leave_out(self, job, program, records):
+    def leave_out(self, job, program):
         """Programs that would take too long are not waited for; ours always are."""
         before = self.longest.get((job.name, program.name))
-        if before and program.kind == "peer" and before[1] * records / before[0] > self.patience:
+        if before and program.kind == "peer" and before[1] * job.items / before[0] > self.patience:
             program.missing = "too slow at this size"
 
     def measure(self, job, records):
         runs = {program.name: [] for program in job.programs}
         for program in job.programs:
             if not program.missing:
-                self.leave_out(job, program, records)
+                self.leave_out(job, program)
         for _ in range(self.rounds):
             for program in job.programs:
                 if program.missing:
@@ -65,7 +65,7 @@ class Bench:
                 start = program.run(0)
                 whole = program.run(program.turns)
                 runs[program.name].append(whole.per_turn(start, program.turns))
-                self.longest[job.name, program.name] = (records, whole.wall / program.turns)
+                self.longest[job.name, program.name] = (job.items, whole.wall / program.turns)
         self.require_agreement(job, runs)
         ours = None
         for program in job.programs:

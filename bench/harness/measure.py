@@ -93,10 +93,11 @@ class Sampler(threading.Thread):
 
 
 def highest(usage, sampled):
-    """A process that has not used much seems to have used what its parent had: what was sampled is right then."""
+    """A process that has not used much seems to have used what its parent had: what was sampled is right then, 0 when it ended
+    before the first look."""
     counted = usage.ru_maxrss / 1024
     own_floor = resource.getrusage(resource.RUSAGE_SELF).ru_maxrss / 1024
-    return counted if counted > own_floor or sampled == 0 else sampled
+    return counted if counted > own_floor else sampled
 
 
 def measure(command, environment=None, prefix=None):

@@ -50,6 +50,11 @@ def number(value):
     return f"{value:.4f}" if value < 0.1 else f"{value:.2f}"
 
 
+def megabytes(value):
+    """Nothing is known of programs that ended at once."""
+    return f"{value:.0f}" if value > 0 else "-"
+
+
 def print_job(rows):
     """All sizes of one job."""
     titles = ("cpu s", "of it server", "wall s", "cpu us each", "peak MB", "own MB", "ours/its cpu", "ours/its wall", "growth")
@@ -63,7 +68,7 @@ def print_job(rows):
         if row["missing"]:
             print(f"  {shown}  {row['program']:22}{row['missing']:>14}")
             continue
-        cells = (f"{row[column]:.0f}" if column.endswith("mb") else number(row.get(column)) for column in columns)
+        cells = (megabytes(row[column]) if column.endswith("mb") else number(row.get(column)) for column in columns)
         print(f"  {shown}  {row['program']:22}" + "".join(f"{cell:>14}" for cell in cells))
 
 
