@@ -7,6 +7,7 @@ import resource
 import signal
 import struct
 import subprocess
+import tempfile
 import threading
 import time
 
@@ -100,30 +101,33 @@ def highest(usage, sampled):
     return counted if counted > own_floor else sampled
 
 
+def text_of(file):
+    file.seek(0)
+    return file.read().decode(errors="replace")
+
+
 def measure(command, environment=None, prefix=None):
     """Runs a command to its end. The last word that it prints is its result."""
     words = [str(word) for word in command]
     server = wine_server(prefix) if prefix else None
     server_before = processor_seconds(server) if server else 0.0
     started = time.perf_counter()
-    process = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                               env=environment, text=True, errors="replace", start_new_session=True)
-    sampler = Sampler(process.pid)
-    sampler.start()
-    stopper = threading.Timer(LONGEST_RUN, lambda: os.killpg(process.pid, signal.SIGKILL))
-    stopper.start()
-    complaints = []
-    reader = threading.Thread(target=lambda: complaints.append(process.stderr.read()))
-    reader.start()
-    printed = process.stdout.read().split()
-    reader.join()
-    _, status, usage = os.wait4(process.pid, 0)
-    wall = time.perf_counter() - started
-    stopper.cancel()
-    sampler.ended.set()
-    sampler.join()
-    process.returncode = status
+    # Files, not pipes: what a program of Windows has started in passing keeps a pipe open beyond its end.
+    with tempfile.TemporaryFile() as printed, tempfile.TemporaryFile() as complaints:
+        process = subprocess.Popen(words, stdin=subprocess.DEVNULL, stdout=printed, stderr=complaints, env=environment,
+                                   start_new_session=True)
+        sampler = Sampler(process.pid)
+        sampler.start()
+        stopper = threading.Timer(LONGEST_RUN, lambda: os.killpg(process.pid, signal.SIGKILL))
+        stopper.start()
+        _, status, usage = os.wait4(process.pid, 0)
+        wall = time.perf_counter() - started
+        stopper.cancel()
+        sampler.ended.set()
+        sampler.join()
+        process.returncode = status
+        said, complained = (text_of(file) for file in (printed, complaints))
     if status != 0:
-        raise Failed(f"{' '.join(words)} failed (status {status}): {''.join(complaints).strip()[-400:]}")
+        raise Failed(f"{' '.join(words)} failed (status {status}): {complained.strip()[-400:]}")
     return Usage(usage.ru_utime, usage.ru_stime, wall, processor_seconds(server) - server_before if server else 0.0,
-                 highest(usage, sampler.peak), sampler.own, printed[-1] if printed else "")
+                 highest(usage, sampler.peak), sampler.own, said.split()[-1] if said.strip() else "")
