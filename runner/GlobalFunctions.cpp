@@ -118,7 +118,13 @@ HRESULT GlobalFunctions::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISP
     // When the component could not be created, asking again raises the reason.
     const HRESULT code = DispatchGuard(exception, [&] { Functions(); });
     if (FAILED(code)) return code;
-    return functions_->Invoke(id, IID_NULL, locale, flags, parameters, result, exception, badArgument);
+    if (!watch_)
+        return functions_->Invoke(id, IID_NULL, locale, flags, parameters, result, exception, badArgument);
+    watch_->OnCall();
+    const HRESULT called =
+        functions_->Invoke(id, IID_NULL, locale, flags, parameters, result, exception, badArgument);
+    const HRESULT returned = DispatchGuard(exception, [&] { watch_->OnReturn(); });
+    return FAILED(returned) ? returned : called;
 }
 
 }  // namespace zu::runner

@@ -23,8 +23,19 @@ namespace zu::runner {
 /// cannot be created, its functions exist all the same and raise an error that says why.
 class GlobalFunctions final : public Unknown<IDispatch> {
 public:
-    /// `create` makes the component's object or throws com::ComError with the reason.
-    explicit GlobalFunctions(std::function<com::ComPtr<IDispatch>()> create) : create_(std::move(create)) {}
+    /// Hears of the calls of functions.
+    class CallWatch {
+    public:
+        virtual ~CallWatch() = default;
+        virtual void OnCall() noexcept = 0;
+        /// Called after each OnCall. A com::ComError becomes the error of the call.
+        virtual void OnReturn() = 0;
+    };
+
+    /// `create` makes the component's object or throws com::ComError with the reason. `watch`, which may be
+    /// null, must outlive the object or its last call.
+    explicit GlobalFunctions(std::function<com::ComPtr<IDispatch>()> create, CallWatch* watch = nullptr)
+        : create_(std::move(create)), watch_(watch) {}
 
     /// The component's object itself. Throws what `create` throws.
     com::ComPtr<IDispatch> Functions();
@@ -47,6 +58,7 @@ private:
     void ReadEnumeration(ITypeInfo& type);
 
     std::function<com::ComPtr<IDispatch>()> create_;
+    CallWatch* watch_;
     com::ComPtr<IDispatch> functions_;
     std::optional<com::ComError> failure_;
     std::vector<Constant> constants_;

@@ -18,10 +18,11 @@ Session::Session(ScriptSource source, const std::vector<std::wstring>& arguments
       host_(source_.language(), [this](const ScriptError& error) { Report(error); }),
       arguments_(MakeUnknown<ScriptArguments>(arguments).tryAs<IDispatch>()),
       routines_(MakeUnknown<ScriptRoutines>(host_)),
-      functions_(MakeUnknown<GlobalFunctions>([&engine] { return engine.CreateFunctions(); })),
+      functions_(MakeUnknown<GlobalFunctions>([&engine] { return engine.CreateFunctions(); },
+                                              static_cast<CallWatch*>(this))),
       interruption_([this] {
-          // A job that is watched ends by itself; the script is given the time to hear how far it came.
-          return working_ || host_.Stop();
+          // A job ends by itself; it is given the time to say how far it came.
+          return working_ || calls_ > 0 || host_.Stop();
       }) {
     Add(L"WScript", MakeUnknown<WScriptObject>(*this).tryAs<IDispatch>(), false);
     Add(L"ZuRunner", MakeUnknown<GlobalNames>(*this).tryAs<IDispatch>(), true);
@@ -58,8 +59,16 @@ void Session::Report(const ScriptError& error) {
     console_.err.WriteLines(ErrorReport(source_, error));
 }
 
+void Session::OnReturn() {
+    if (--calls_ == 0 && interruption_.raised()) Leave(kExitInterrupted);
+}
+
 void Session::Quit(int code) {
     exitCode_ = code;
+    Leave(code);
+}
+
+void Session::Leave(int code) {
     if (host_.Stop()) throw com::ComError(E_ABORT, L"the script has ended");
     // This engine cannot be made to leave the script. Its variables stay as they are until the process is
     // gone.

@@ -17,11 +17,11 @@
 namespace zu::runner {
 
 /// One run of one script: its host, the objects it is given, and how it ends.
-class Session {
+class Session : private GlobalFunctions::CallWatch {
 public:
     Session(ScriptSource source, const std::vector<std::wstring>& arguments, Console& console,
             EngineLink& engine);
-    ~Session();
+    ~Session() override;
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -45,6 +45,10 @@ public:
     void Sleep(DWORD milliseconds);
 
 private:
+    void OnCall() noexcept override { ++calls_; }
+    void OnReturn() override;
+    /// Leaves the script: by an error of the call that it is in, or with the whole process.
+    [[noreturn]] void Leave(int code);
     void Report(const ScriptError& error);
     void LetGo() noexcept;
 
@@ -57,6 +61,7 @@ private:
     com::ComPtr<IDispatch> arguments_;
     com::ComPtr<ScriptRoutines> routines_;
     com::ComPtr<GlobalFunctions> functions_;
+    std::atomic<int> calls_ = 0;         ///< of functions that have not returned
     std::atomic<bool> working_ = false;  ///< the engine is in a job that an interruption ends
     Interruption interruption_;          // last: its thread uses the host
 };

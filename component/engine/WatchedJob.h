@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "com/ComError.h"
 #include "com/ComPtr.h"
 #include "idl/JobReports.h"
 
@@ -18,6 +19,10 @@ public:
 
     /// False when the user wants the job to end, after so many records.
     bool GoesOnAfter(LONG done) const noexcept { return !reports_ || reports_->ReportJob(done) != E_ABORT; }
+    /// The same for jobs that end by an error: throws ComError.
+    void Reached(LONG done) const {
+        if (!GoesOnAfter(done)) throw com::ComError(E_ABORT, L"Ended by the user");
+    }
 
 private:
     com::ComPtr<JobReports> reports_;

@@ -33,7 +33,8 @@ struct Export {
         if (!records) return false;
         DataView view(std::move(records));
         TextExport file(path, format->format());
-        file.Write(view);
+        const WatchedJob job(L"export", 0);
+        file.Write(view, &job);
         if (file.missingCharacters() != 0)
             Engine().messages().Trace(
                 std::wstring(kFunction) + L": " + std::to_wstring(file.missingCharacters()) +

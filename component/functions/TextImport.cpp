@@ -40,7 +40,8 @@ struct Import {
         try {
             TextImport import(view, format, outcome);
             import.SetCondition(condition);
-            import.Run(*lines, path);
+            const WatchedJob watched(L"import", 0);
+            import.Run(*lines, path, &watched);
         } catch (...) {
             KeepOpen(std::move(lines));
             throw;

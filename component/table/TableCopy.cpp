@@ -71,7 +71,7 @@ void TableCopy::CopyRows(FieldMatch match) {
         outcome_.BeginRow();
         const bool atOnce = runs.AddRow();
         outcome_.EndRow(atOnce || rows.CopyRow());
-        if (!job.GoesOnAfter(outcome_.rows())) throw com::ComError(E_ABORT, L"Ended by the user");
+        job.Reached(outcome_.rows());
         if (!atOnce) source.MoveNext();
     }
     gathered.Finish();

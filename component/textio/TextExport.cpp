@@ -97,7 +97,8 @@ void RenderRecord(FieldCells& cells, textio::FieldRenderer<Char>& renderer,
 TextExport::TextExport(std::wstring_view path, const textio::ExportFormat& format)
     : format_(format), encoding_(SystemCodePage()), writer_(CreateTextFile(path)) {}
 
-void TextExport::Write(DataView& view) {
+void TextExport::Write(DataView& view, const WatchedJob* job) {
+    job_ = job;
     try {
         if (encoding_.isSingleByte()) {
             WriteRecords<char>(view);
@@ -135,6 +136,7 @@ bool TextExport::WriteRuns(DataView& view, textio::FieldRenderer<char>& renderer
             writer_.LineDone();
             cells += renderer.fieldCount();
         }
+        if (job_) job_->Reached(static_cast<LONG>(record - 1));
     }
 }
 
@@ -161,6 +163,7 @@ void TextExport::WriteRecords(DataView& view) {
             throw;
         }
         missing_ += line.Deliver();
+        if (job_) job_->Reached(static_cast<LONG>(record));
         view.MoveNext();
     }
     missing_ += renderer.missingCharacters();

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "component/engine/WatchedJob.h"
 #include "component/table/DataView.h"
 #include "portable/textio/BlockWriter.h"
 #include "portable/textio/Encoding.h"
@@ -17,9 +18,9 @@ public:
     /// Makes the file, in the place of one that is there. Throws zu::Error, which names the file.
     TextExport(std::wstring_view path, const textio::ExportFormat& format);
 
-    /// Writes all records from the first one on. Errors (ComError, zu::Error with record and field) end it;
-    /// what was written so far stays in the file.
-    void Write(DataView& view);
+    /// Writes all records from the first one on. Errors (ComError, zu::Error with record and field) and `job`
+    /// end it; what was written so far stays in the file.
+    void Write(DataView& view, const WatchedJob* job = nullptr);
 
     /// Characters that the file's code page lacks, so that "?" stands in their place.
     std::size_t missingCharacters() const noexcept { return missing_; }
@@ -30,6 +31,7 @@ private:
     /// Whole runs of records at once, where the view can; false when it cannot, and nothing was written.
     bool WriteRuns(DataView& view, textio::FieldRenderer<char>& renderer);
 
+    const WatchedJob* job_ = nullptr;  ///< while records are written
     const textio::ExportFormat& format_;
     textio::Encoding encoding_;
     textio::BlockWriter writer_;

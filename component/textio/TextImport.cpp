@@ -76,7 +76,8 @@ void TextImport::SetCondition(std::wstring_view condition) {
     evaluator_->SetFields(com::Share(&view_.Fields()));
 }
 
-void TextImport::Run(textio::LineReader& lines, std::wstring_view path) {
+void TextImport::Run(textio::LineReader& lines, std::wstring_view path, const WatchedJob* job) {
+    job_ = job;
     GatheredRows gathered(view_, outcome_);
     // What a condition says is known when the fields are filled.
     const GatheredRows* const wholeRows = evaluator_ || !gathered.isOpen() ? nullptr : &gathered;
@@ -117,6 +118,7 @@ void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path, co
         }
         if (fate == Fate::Failed) Report(reason, number, path);
         if (fate != Fate::Rejected) outcome_.EndRow(fate == Fate::Added);
+        if (job_) job_->Reached(outcome_.rows());
     }
 }
 

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "component/engine/WatchedJob.h"
 #include "component/table/CopyOutcome.h"
 #include "component/table/DataView.h"
 #include "component/table/GatheredRows.h"
@@ -33,7 +34,7 @@ public:
     void SetCondition(std::wstring_view condition);
 
     /// Reads `lines` to the end. Errors of the file end it; `path` names it in the log.
-    void Run(textio::LineReader& lines, std::wstring_view path);
+    void Run(textio::LineReader& lines, std::wstring_view path, const WatchedJob* job = nullptr);
 
 private:
     struct Field {
@@ -68,6 +69,7 @@ private:
     textio::CellReader cellReader_;
     ImportValues values_;
     std::vector<Field> fields_;
+    const WatchedJob* job_ = nullptr;  ///< while lines are read
     std::vector<textio::Cell> cells_;
     std::vector<std::string> kept_;  ///< tokens of fields that do not lie in the line as they are
     std::unique_ptr<clsEvaluator> evaluator_;

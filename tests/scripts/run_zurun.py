@@ -182,6 +182,21 @@ def interruption(check, facts):
                       "    said = True\r\n  End If\r\n  Work = True\r\nEnd Function\r\n")
     check.expect("Ctrl+C ends a long job, which says how far it came", check.run(path, interrupt=True), 130, out="1\n",
                  err_has=["process: ended after ", " records"])
+    # Numbers alone, doubled until a job on them takes long enough to be ended in the middle.
+    folder = check.work / "long-jobs"
+    shutil.rmtree(folder, ignore_errors=True)
+    folder.mkdir()
+    table = windows_path(folder) + ">numbers"
+    outcome = check.run("-e", f"DbfToDbf \"{facts['tables']}>orders\", \"{table}\", , \"ID\"\nFor i = 1 To 7\n"
+                        f"  DbfFromDbf \"{table}\", \"{table}\"\nNext\nEcho DbfCount(\"{table}\")")
+    check.expect("the table for long jobs is made", outcome, out=f"{facts['orders'] * 128}\n")
+    text = windows_path(folder / "numbers.txt")
+    for job, code in {"copy": f"DbfToDbf \"{table}\", \"{table}2\"", "export": f"DbfToDel \"{table}\", \"{text}\"",
+                      "index": f"DbfIndex \"{table}\", Array(\"ID\")"}.items():
+        check.expect(f"Ctrl+C ends a job of many records: {job}", check.run("-e", f"Echo 1\n{code}\nEcho 2", interrupt=True), 130,
+                     out="1\n", err_has=[" ended after ", " records"])
+    check.expect("the table is still sound", check.run("-e", f"Echo DbfCount(\"{table}\")"), out=f"{facts['orders'] * 128}\n")
+    shutil.rmtree(folder)
 
 
 def registration(check, facts):
