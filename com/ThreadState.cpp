@@ -1,8 +1,13 @@
 #include "com/ThreadState.h"
 
 #include <atomic>
+#include <new>
 
 namespace zu::com {
+
+void ThreadPointer::Set(void* value) const {
+    if (slot_ == TLS_OUT_OF_INDEXES || !TlsSetValue(slot_, value)) throw std::bad_alloc();
+}
 
 /// COM's observer of CoInitialize and CoUninitialize on the thread that registered it.
 class ApartmentWatch::Spy final : public IInitializeSpy {

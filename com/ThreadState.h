@@ -32,6 +32,26 @@ private:
     ULARGE_INTEGER cookie_{};
 };
 
+/// A pointer of each thread's own. Compilers that emulate thread_local look the variable up through several
+/// calls at each access; this is one.
+class ThreadPointer {
+public:
+    ThreadPointer() noexcept : slot_(TlsAlloc()) {}
+    ~ThreadPointer() {
+        if (slot_ != TLS_OUT_OF_INDEXES) TlsFree(slot_);
+    }
+    ThreadPointer(const ThreadPointer&) = delete;
+    ThreadPointer& operator=(const ThreadPointer&) = delete;
+
+    /// Null where the thread has set none.
+    void* get() const noexcept { return TlsGetValue(slot_); }
+    /// Throws std::bad_alloc when the system has no room for it; never for null where it was set before.
+    void Set(void* value) const;
+
+private:
+    DWORD slot_;
+};
+
 /// One T per thread, made at first use and destroyed when the thread's last apartment goes.
 ///
 /// On a thread that never initialises COM, or never ends it, the T stays, and so does the module
@@ -42,24 +62,27 @@ public:
     /// The thread's T. `make` answers a std::unique_ptr<T>; it is called when there is none yet.
     template <class Make>
     static T& Current(Make&& make) {
-        if (!current_) {
-            auto holder = std::make_unique<Holder>(&Release);
-            holder->state = std::forward<Make>(make)();
-            current_ = holder.release();
-        }
-        return *current_->state;
+        if (Holder* const holder = OfThread()) return *holder->state;
+        auto holder = std::make_unique<Holder>(&Release);
+        holder->state = std::forward<Make>(make)();
+        current_.Set(holder.get());
+        return *holder.release()->state;
     }
     static T& Current() {
         return Current([] { return std::make_unique<T>(); });
     }
 
     /// The thread's T; null when there is none.
-    static T* Existing() noexcept { return current_ ? current_->state.get() : nullptr; }
+    static T* Existing() noexcept {
+        Holder* const holder = OfThread();
+        return holder ? holder->state.get() : nullptr;
+    }
 
     /// Destroys the thread's T now.
     static void Release() noexcept {
         // Cleared first: what the destructor releases may come back here.
-        const std::unique_ptr<Holder> holder(std::exchange(current_, nullptr));
+        const std::unique_ptr<Holder> holder(OfThread());
+        if (holder) current_.Set(nullptr);
     }
 
 private:
@@ -69,11 +92,10 @@ private:
         std::unique_ptr<T> state;  // destroyed before the watch ends
     };
 
-    // A plain pointer: a thread_local with a destructor would pin the DLL in memory.
-    static thread_local Holder* current_;
-};
+    static Holder* OfThread() noexcept { return static_cast<Holder*>(current_.get()); }
 
-template <class T>
-thread_local typename ThreadState<T>::Holder* ThreadState<T>::current_ = nullptr;
+    // No destructor at the end of a thread: that would pin the DLL in memory.
+    inline static const ThreadPointer current_;
+};
 
 }  // namespace zu::com

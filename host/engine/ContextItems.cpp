@@ -42,6 +42,12 @@ com::Variant ContextItems::Get(LONG handle) const {
 
 void ContextItems::Set(LONG handle, const VARIANT& value) {
     const LONG item = ItemOf(handle);
+    // The number of the record changes with every record of a job.
+    if (const auto found = items_.find(item);
+        value.vt == VT_I4 && found != items_.end() && found->second.type() == VT_I4) {
+        found->second.address()->lVal = value.lVal;
+        return;
+    }
     com::Variant copy(value);
     if (IsNothing(copy)) {
         // The old value dies after the map has changed: its release may come back here.
