@@ -14,11 +14,15 @@ using textio::Cell;
 // Powers of ten of 64 bits.
 constexpr unsigned kMostPlaces = 18;
 
+constexpr auto kPowersOfTen = [] {
+    std::array<std::int64_t, kMostPlaces + 1> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i)
+        powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
+
 std::int64_t PowerOfTen(unsigned exponent) noexcept {
-    std::int64_t power = 1;
-    while (exponent-- > 0)
-        power *= 10;
-    return power;
+    return kPowersOfTen[exponent];
 }
 
 std::int64_t RoundedQuotient(std::int64_t number, std::int64_t divisor) noexcept {
