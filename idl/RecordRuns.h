@@ -28,8 +28,9 @@ struct RecordBatch : IUnknown {
     /// `*codePage` receives the page of the table's texts, 0 when there is none.
     virtual HRESULT STDMETHODCALLTYPE BeginBatch(UINT* codePage) noexcept = 0;
     /// Adds a record to the batch whose `count` fields at the positions `fields`, null for the first ones,
-    /// hold these values, as AddNew, the values one by one and Update would. Bytes are of `codePage`.
-    /// S_FALSE: nothing was done, and those have to be called; they also tell what is wrong, if anything is.
+    /// hold these values, as AddNew, the values one by one and Update would; but it does not join the view,
+    /// so that memory does not grow with the number of records. Bytes are of `codePage`. S_FALSE: nothing was
+    /// done, and the record has to go that way; there it also shows what is wrong, if anything is.
     virtual HRESULT STDMETHODCALLTYPE AddRow(UINT codePage, const ULONG* fields, const textio::Cell* cells,
                                              ULONG count) noexcept = 0;
     /// Also ends by itself when the view goes. `*lost`, also set when an error is answered, receives how many

@@ -67,10 +67,7 @@ HRESULT DataView::AddRow(UINT codePage, const ULONG* fields, const textio::Cell*
     if (!cells) return E_POINTER;
     if (!batch_ || gathered_ != cursor()->records()) return S_FALSE;
     try {
-        const std::uint32_t number = gathered_->AddRow(*batch_, {cells, count}, fields, codePage);
-        if (number == 0) return S_FALSE;
-        cursor()->TakeNew(number);
-        return S_OK;
+        return gathered_->AddRow(*batch_, {cells, count}, fields, codePage) != 0 ? S_OK : S_FALSE;
     } catch (...) {
         // The way through single values meets the same error and tells of it.
         return S_FALSE;

@@ -364,13 +364,6 @@ void ViewCursor::CopyValues(technologies::RecordEdit& edit, ZuDataView& values) 
     }
 }
 
-void ViewCursor::TakeNew(std::uint32_t number) {
-    DropEdit();
-    seen_.Forget();
-    position_ = Count();
-    records_->Join(number, false);
-}
-
 bool ViewCursor::SetDeleted(LONG record, bool deleted) {
     return records_->SetDeleted(Checked(record), deleted);
 }

@@ -94,8 +94,6 @@ public:
     /// Begins a new record with the values of `values`, found by their names; null: a blank one. False when
     /// the view takes no new records.
     bool AddNew(ZuDataView* values);
-    /// A new record that was saved under `number` without an edit joins the view and is the current one.
-    void TakeNew(std::uint32_t number);
     /// See RecordSet::SetDeleted.
     bool SetDeleted(LONG record, bool deleted);
 
