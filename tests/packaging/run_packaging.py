@@ -257,6 +257,9 @@ class Packages:
         outcome = run("cmd", "/c", windows_path(home / "register.cmd"))
         self.check("register.cmd says which DLL it could not register",
                    [] if outcome.code == 1 and re.search(r"not registered: .*Zuengine\.dll", outcome.out) else [outcome.describe()])
+        # The other one was, and the prefix serves the next run as well.
+        run("cmd", "/c", windows_path(home / "unregister.cmd"))
+        self.check("unregister.cmd takes back what there is", wine_registry.added(self.clean, self.prefix.registry()).items())
 
     def all(self):
         self.make()
