@@ -46,7 +46,7 @@ def items(programs, programs32, headers, web, help_file):
     """
     found = [Item(name, 64, _bytes(programs / name)) for name in PROGRAMS]
     found += [Item(f"x86/{name}", 32, _bytes(programs32 / name)) for name in PROGRAMS_32]
-    found.append(Item("console.cmd", 64, _bytes(ROOT / "packaging" / "console.cmd")))
+    found += [Item(name, 64, _bytes(ROOT / "packaging" / name)) for name in ("console.cmd", "README.txt")]
     found += _tree(web, "docs")
     for file in sorted(path for path in (ROOT / "samples").rglob("*") if path.is_file()):
         inner = file.relative_to(ROOT / "samples")

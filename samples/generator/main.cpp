@@ -65,9 +65,13 @@ int main(int count, char** arguments) {
         zu::samples::MakeFolder(folder);
         if (options.orders > 0) {
             zu::samples::WriteBenchOrders(system, folder, options.orders, options.asText);
+            std::printf("%s: orders (%u records)\n", folder.c_str(), static_cast<unsigned>(options.orders));
         } else {
             zu::samples::WriteCustomers(system, folder, kDemoCustomers);
             zu::samples::WriteOrders(system, folder, kDemoOrders, kDemoCustomers);
+            std::printf("%s: customers (%u records), orders (%u records, some marked as deleted)\n",
+                        folder.c_str(), static_cast<unsigned>(kDemoCustomers),
+                        static_cast<unsigned>(kDemoOrders));
         }
         return 0;
     } catch (const std::exception& failure) {
