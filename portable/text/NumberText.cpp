@@ -6,6 +6,8 @@
 #include <cstring>
 #include <limits>
 
+#include "portable/text/ByteWords.h"
+
 namespace zu::text {
 
 namespace {
@@ -134,6 +136,13 @@ bool ScanPlain(std::string_view bytes, std::uint64_t& units, unsigned& scale, bo
     if (digits == 0 || digits > 18) return false;
     scale = pointAt ? static_cast<unsigned>(end - pointAt - 1) : 0;
     return true;
+}
+
+/// Puts the two digits of a number below 100 in front of `end`; answers where they begin.
+char* PutTwoDigits(unsigned number, char* end) noexcept {
+    end[-1] = static_cast<char>('0' + number % 10);
+    end[-2] = static_cast<char>('0' + number / 10);
+    return end - 2;
 }
 
 }  // namespace
@@ -273,23 +282,28 @@ double ToDouble(const DecimalDigits& digits) noexcept {
 }
 
 bool PrintUnits(std::int64_t units, unsigned width, unsigned decimals, char* out) noexcept {
+    if (decimals > 18) return false;
     std::array<char, 40> text{};
     char* const end = text.data() + text.size();
     char* at = end;
-    if (decimals > 18) return false;
     const bool negative = units < 0;
     std::uint64_t rest =
         negative ? std::uint64_t{0} - static_cast<std::uint64_t>(units) : static_cast<std::uint64_t>(units);
-    for (unsigned place = 0; place < decimals; ++place) {
+    unsigned places = decimals;
+    for (; places >= 2; places -= 2, rest /= 100)
+        at = PutTwoDigits(static_cast<unsigned>(rest % 100), at);
+    if (places != 0) {
         *--at = static_cast<char>('0' + rest % 10);
         rest /= 10;
     }
     if (decimals > 0) *--at = '.';
     char* const whole = at;
-    do {
-        *--at = static_cast<char>('0' + rest % 10);
-        rest /= 10;
-    } while (rest != 0);
+    for (; rest >= 100; rest /= 100)
+        at = PutTwoDigits(static_cast<unsigned>(rest % 100), at);
+    if (rest >= 10)
+        at = PutTwoDigits(static_cast<unsigned>(rest), at);
+    else
+        *--at = static_cast<char>('0' + rest);
     if (negative) *--at = '-';
     auto length = static_cast<std::size_t>(end - at);
     // A lone zero in front of the point gives way where room is short: 0.5 in two columns is ".5".
@@ -299,8 +313,9 @@ bool PrintUnits(std::int64_t units, unsigned width, unsigned decimals, char* out
         if (negative) *at = '-';
     }
     if (length > width) return false;
-    std::memset(out, ' ', width - length);
-    std::memcpy(out + (width - length), at, length);
+    for (char* const digits = out + (width - length); out != digits; ++out)
+        *out = ' ';
+    CopyBytes(at, length, out);
     return true;
 }
 

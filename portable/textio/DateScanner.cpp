@@ -56,6 +56,47 @@ DateScanner::DateScanner(std::u16string_view mask, std::u16string_view separator
     for (const char16_t c : mask.substr(0, maskLength))
         mask_ += Lower(Narrow(c));
     if (separator.size() == 1) separator_ = Lower(Narrow(separator.front()));
+    digits_ = FindDigits();
+}
+
+std::optional<DateScanner::Digits> DateScanner::FindDigits() const noexcept {
+    constexpr std::size_t kMostDigits = 9;
+    Digits digits;
+    for (std::size_t at = 0; at < mask_.size();) {
+        const char c = IsSeparator(mask_[at]) ? '\0' : mask_[at];
+        Run* const run = c == 'd'   ? &digits.day
+                         : c == 'm' ? &digits.month
+                         : c == 'y' ? &digits.year
+                                    : nullptr;
+        if (run == nullptr) {
+            ++at;
+            continue;
+        }
+        const std::size_t length = RunAt(at);
+        if (run->length != 0 || length > kMostDigits || (c == 'm' && length > 2)) return std::nullopt;
+        *run = {at, length};
+        at += length;
+    }
+    if (digits.day.length == 0 || digits.month.length == 0 || digits.year.length == 0) return std::nullopt;
+    return digits;
+}
+
+/// Reads what CutByContent would cut into runs of full length.
+std::optional<std::int32_t> DateScanner::ScanDigits(std::string_view token) const noexcept {
+    if (!digits_ || token.size() != mask_.size()) return std::nullopt;
+    bool plain = true;
+    const auto number = [&](const Run& run) {
+        int value = 0;
+        for (std::size_t at = run.first; at < run.first + run.length; ++at) {
+            plain = plain && IsDigit(token[at]);
+            value = value * 10 + (plain ? token[at] - '0' : 0);
+        }
+        return value;
+    };
+    const int year = number(digits_->year);
+    const int month = number(digits_->month);
+    const int day = number(digits_->day);
+    return plain ? ToDay(year, month, day) : std::nullopt;
 }
 
 bool DateScanner::IsSeparator(char maskCharacter) const noexcept {
@@ -114,17 +155,22 @@ std::optional<DateScanner::Parts> DateScanner::CutByContent(std::string_view tok
 
 std::optional<std::int32_t> DateScanner::ToDay(const Parts& parts) {
     const std::optional<int> day = NumberOf(parts.day);
-    std::optional<int> year = NumberOf(parts.year);
+    const std::optional<int> year = NumberOf(parts.year);
     if (!day || !year) return std::nullopt;
     const std::optional<int> month = NumberOf(parts.month);
-    if (*year < kFirstYear) *year += *year <= kLastYearOfThisCentury ? 2000 : 1900;
-    const calendar::Date date{*year, month ? *month : FindMonth(Trimmed(parts.month)), *day};
+    return ToDay(*year, month ? *month : FindMonth(Trimmed(parts.month)), *day);
+}
+
+std::optional<std::int32_t> DateScanner::ToDay(int year, int month, int day) noexcept {
+    if (year < kFirstYear) year += year <= kLastYearOfThisCentury ? 2000 : 1900;
+    const calendar::Date date{year, month, day};
     if (!calendar::IsValid(date)) return std::nullopt;
     return calendar::ToJulianDay(date);
 }
 
 std::optional<std::int32_t> DateScanner::Scan(std::string_view token) const {
     const std::string_view text = Trimmed(token);
+    if (const auto day = ScanDigits(text)) return day;
     // Content first: cut by "mmmm" alone, "2024 May 19" would be the 9th.
     if (const std::optional<Parts> parts = CutByContent(text)) {
         if (const auto day = ToDay(*parts)) return day;

@@ -31,15 +31,31 @@ private:
         std::string other;
     };
 
+    /// Where digits of one part stand in the mask.
+    struct Run {
+        std::size_t first = 0;
+        std::size_t length = 0;  ///< 0: none
+    };
+    /// The common form: each part once, in as many digits as the mask has letters.
+    struct Digits {
+        Run day;
+        Run month;
+        Run year;
+    };
+
+    std::optional<Digits> FindDigits() const noexcept;
+    std::optional<std::int32_t> ScanDigits(std::string_view token) const noexcept;
     std::string& PartOf(char maskCharacter, Parts& parts) const noexcept;
     bool IsSeparator(char maskCharacter) const noexcept;
     std::size_t RunAt(std::size_t position) const noexcept;
     Parts CutByMask(std::string_view token) const;
     std::optional<Parts> CutByContent(std::string_view token) const;
     static std::optional<std::int32_t> ToDay(const Parts& parts);
+    static std::optional<std::int32_t> ToDay(int year, int month, int day) noexcept;
 
     std::string mask_;
     std::optional<char> separator_;
+    std::optional<Digits> digits_;
 };
 
 }  // namespace zu::textio

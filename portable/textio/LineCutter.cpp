@@ -1,8 +1,26 @@
 #include "portable/textio/LineCutter.h"
 
+#include <type_traits>
 #include <utility>
 
+#include "portable/text/ByteWords.h"
+
 namespace zu::textio {
+
+namespace {
+
+template <class Char>
+std::size_t FindIn(std::basic_string_view<Char> line, std::size_t from, Char wanted) noexcept {
+    if constexpr (std::is_same_v<Char, char>) {
+        const char* const end = line.data() + line.size();
+        const char* const found = text::FindByte(line.data() + from, end, wanted);
+        return found == end ? std::string_view::npos : static_cast<std::size_t>(found - line.data());
+    } else {
+        return line.find(wanted, from);
+    }
+}
+
+}  // namespace
 
 template <class Char>
 LineCutter<Char>::LineCutter(int preset, std::basic_string<Char> separator, std::basic_string<Char> quote)
@@ -29,7 +47,7 @@ auto LineCutter<Char>::NextFixed(std::size_t width) noexcept -> View {
 template <class Char>
 std::size_t LineCutter<Char>::PassSeparator() noexcept {
     if (separator_.size() == 1) {
-        const std::size_t found = line_.find(separator_.front(), position_);
+        const std::size_t found = FindIn<Char>(line_, position_, separator_.front());
         if (found != View::npos) {
             position_ = found + 1;
             return found;
@@ -53,30 +71,30 @@ auto LineCutter<Char>::NextDelimited() -> View {
     if (isAtEnd()) return {};
     const bool quoted = quoting_ && line_[position_] == quote_;
     const std::size_t start = position_ + (quoted ? 1 : 0);
-    std::size_t end = View::npos;
-    if (quoted) {
-        position_ = start;
-        for (;;) {
-            const std::size_t closing = line_.find(quote_, position_);
-            if (closing == View::npos) {
-                position_ = line_.size();
-                end = position_;
-                break;
-            }
-            position_ = closing + 1;
-            if (position_ < line_.size() && line_[position_] == quote_) {
-                ++position_;
-                continue;
-            }
-            end = closing;
-            PassSeparator();
-            break;
-        }
-    } else {
-        end = PassSeparator();
+    if (!quoted) {
+        const View token = line_.substr(start, PassSeparator() - start);
+        const bool plain = !quoting_ || FindIn<Char>(token, 0, quote_) == View::npos;
+        return plain ? token : WithoutDoubledQuotes(token);
     }
-    const View token = line_.substr(start, end - start);
-    return quoting_ ? WithoutDoubledQuotes(token) : token;
+    position_ = start;
+    bool doubled = false;
+    for (;;) {
+        const std::size_t closing = FindIn<Char>(line_, position_, quote_);
+        if (closing == View::npos) {
+            position_ = line_.size();
+            const View token = line_.substr(start);
+            return doubled ? WithoutDoubledQuotes(token) : token;
+        }
+        position_ = closing + 1;
+        if (position_ < line_.size() && line_[position_] == quote_) {
+            ++position_;
+            doubled = true;
+            continue;
+        }
+        PassSeparator();
+        const View token = line_.substr(start, closing - start);
+        return doubled ? WithoutDoubledQuotes(token) : token;
+    }
 }
 
 template <class Char>

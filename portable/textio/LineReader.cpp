@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "portable/error/Error.h"
+#include "portable/text/ByteWords.h"
 
 namespace zu::textio {
 
@@ -42,9 +43,8 @@ bool LineReader::ReadOn() {
 const char* LineReader::FindLineEnd() noexcept {
     while (searched_ < end_) {
         const char* const data = buffer_.data();
-        const auto* const feed =
-            static_cast<const char*>(std::memchr(data + searched_, '\n', end_ - searched_));
-        if (!feed) {
+        const char* const feed = text::FindByte(data + searched_, data + end_, '\n');
+        if (feed == data + end_) {
             searched_ = end_;
             return nullptr;
         }

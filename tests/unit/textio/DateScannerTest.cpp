@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <string_view>
+
 #include "portable/calendar/Calendar.h"
 
 namespace zu::textio {
@@ -75,6 +78,25 @@ TEST(DateScanner, RefusesWhatIsNoDate) {
 TEST(DateScanner, KnowsLeapDays) {
     EXPECT_EQ(Scan(u"yyyymmdd", u"", "20240229"), (calendar::Date{2024, 2, 29}));
     EXPECT_EQ(Scan(u"yyyymmdd", u"", "20230229"), std::nullopt);
+}
+
+TEST(DateScanner, ReadsRunsOfFullLengthAsItReadsShorterOnes) {
+    // Only runs of full length are read at once.
+    for (int month = 0; month <= 13; ++month) {
+        for (int day = 0; day <= 32; ++day) {
+            for (const int year : {0, 29, 30, 99, 100, 1900, 2000, 2023, 2024, 9999}) {
+                char whole[32];
+                char pieces[32];
+                std::snprintf(whole, sizeof whole, "%02d/%02d/%04d", day, month, year);
+                std::snprintf(pieces, sizeof pieces, "%d/%d/%d", day, month, year);
+                if (std::string_view(whole).size() == std::string_view(pieces).size()) continue;
+                ASSERT_EQ(Scan(u"dd/mm/yyyy", u"/", whole), Scan(u"dd/mm/yyyy", u"/", pieces)) << whole;
+            }
+        }
+    }
+    EXPECT_EQ(Scan(u"dd/mm/yyyy", u"/", "3x/01/2024"), std::nullopt);
+    EXPECT_EQ(Scan(u"yyyymmyyyydd", u"", "202401202431"), std::nullopt) << "a part that is cut twice";
+    EXPECT_EQ(Scan(u"ddd.mm.yyyy", u".", "031.01.2024"), kLastOfJanuary);
 }
 
 }  // namespace

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace zu::textio {
@@ -104,6 +107,32 @@ TEST(LineCutter, CutsWideCharactersTheSameWay) {
     EXPECT_EQ(cutter.Next(0), u"a\u3001b");
     EXPECT_EQ(cutter.Next(0), u"c");
     EXPECT_TRUE(cutter.isAtEnd());
+}
+
+TEST(LineCutter, CutsLinesOfEveryLengthAsWideOnes) {
+    // Bytes are searched several at a time, wide characters one by one.
+    std::mt19937 numbers(5);
+    for (const auto& [separator, quote] :
+         std::vector<std::pair<std::string, std::string>>{{",", "\""}, {";", ""}, {"ab", "'"}, {"a", "a"}}) {
+        LineCutter<char> narrow(kDelimited, separator, quote);
+        LineCutter<char16_t> wide(kDelimited, std::u16string(separator.begin(), separator.end()),
+                                  std::u16string(quote.begin(), quote.end()));
+        for (int i = 0; i < 5000; ++i) {
+            std::string line;
+            const std::string_view choice = numbers() % 2 == 0 ? "ab,;\"'x" : "xyz 123xyz 456xyz 7890,\"";
+            for (std::size_t length = numbers() % 60; line.size() < length;)
+                line += choice[numbers() % choice.size()];
+            const std::u16string wideLine(line.begin(), line.end());
+            narrow.Start(line);
+            wide.Start(wideLine);
+            while (!wide.isAtEnd()) {
+                ASSERT_FALSE(narrow.isAtEnd()) << line;
+                const std::u16string_view token = wide.Next(0);
+                ASSERT_EQ(narrow.Next(0), std::string(token.begin(), token.end())) << line;
+            }
+            ASSERT_TRUE(narrow.isAtEnd()) << line;
+        }
+    }
 }
 
 }  // namespace
