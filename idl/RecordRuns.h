@@ -5,6 +5,7 @@
 #include <unknwn.h>
 
 #include "portable/textio/Cell.h"
+#include "portable/textio/StoredField.h"
 
 // Private interfaces between this project's engine and component, for work on very many records. Views of
 // other engines do not answer them; the component then goes record by record through the published interfaces
@@ -20,6 +21,14 @@ struct RecordRuns : IUnknown {
     /// receives the number of records, 0 at the end of the view. E_NOTIMPL when the view cannot read so.
     virtual HRESULT STDMETHODCALLTYPE ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
                                               ULONG* records) noexcept = 0;
+    /// Where the view's fields lie in records that LocateRun finds; the array is valid until the next call on
+    /// the view. E_NOTIMPL when a field has no such form.
+    virtual HRESULT STDMETHODCALLTYPE DescribeStored(UINT codePage, const textio::StoredField** fields,
+                                                     ULONG* count) noexcept = 0;
+    /// As ReadRun, but `(*places)[i]` is where the i-th of the records begins in memory. E_NOTIMPL when the
+    /// records from the current one on must be read by ReadRun.
+    virtual HRESULT STDMETHODCALLTYPE LocateRun(ULONG most, const char* const** places,
+                                                ULONG* records) noexcept = 0;
 };
 
 /// Adds many records to a view's table: they may be held back in memory, and work on indexes is gathered. A
@@ -33,6 +42,13 @@ struct RecordBatch : IUnknown {
     /// done, and the record has to go that way; there it also shows what is wrong, if anything is.
     virtual HRESULT STDMETHODCALLTYPE AddRow(UINT codePage, const ULONG* fields, const textio::Cell* cells,
                                              ULONG count) noexcept = 0;
+    /// Tells where the values of `count` fields at the positions `fields`, null for the first ones, lie in
+    /// the records that AddStored is given from now on; texts are of the table's page. E_NOTIMPL: records
+    /// must come as cells.
+    virtual HRESULT STDMETHODCALLTYPE MatchStored(const ULONG* fields, const textio::StoredField* stored,
+                                                  ULONG count) noexcept = 0;
+    /// Adds a record of these values, as AddRow does.
+    virtual HRESULT STDMETHODCALLTYPE AddStored(const char* record) noexcept = 0;
     /// Also ends by itself when the view goes. `*lost`, also set when an error is answered, receives how many
     /// of the records that were saved last could not be written and are not in the table.
     virtual HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept = 0;
@@ -40,5 +56,5 @@ struct RecordBatch : IUnknown {
 
 }  // namespace zu
 
-__CRT_UUID_DECL(zu::RecordRuns, 0x6E1C0A57, 0x93D4, 0x4F2B, 0xA7, 0x0C, 0x52, 0x1D, 0xB8, 0x36, 0xEF, 0x94)
-__CRT_UUID_DECL(zu::RecordBatch, 0xC2A97F14, 0x60D3, 0x4B8E, 0xA1, 0x37, 0x0D, 0x94, 0x5E, 0x26, 0xBB, 0x81)
+__CRT_UUID_DECL(zu::RecordRuns, 0xB40D7E92, 0x1F6A, 0x4C83, 0x95, 0x2E, 0xE7, 0x08, 0x3B, 0xD1, 0x64, 0x5C)
+__CRT_UUID_DECL(zu::RecordBatch, 0x3F85C6D0, 0xA21B, 0x4D97, 0x8E, 0x53, 0x71, 0xBC, 0x0A, 0xE4, 0x29, 0x6F)

@@ -26,6 +26,14 @@ public:
         return batch_ &&
                batch_->AddRow(codePage, fields, cells.data(), static_cast<ULONG>(cells.size())) == S_OK;
     }
+    /// False: rows must be added as cells. `stored` says where the values for the fields `fields`, null for
+    /// the first ones, lie in the records that AddStored is given; texts are of codePage().
+    bool MatchStored(std::span<const textio::StoredField> stored, const ULONG* fields) const {
+        return batch_ &&
+               batch_->MatchStored(fields, stored.data(), static_cast<ULONG>(stored.size())) == S_OK;
+    }
+    /// Adds the values of a record at once. False: nothing was done.
+    bool AddStored(const char* record) const { return batch_ && batch_->AddStored(record) == S_OK; }
     /// The code page of the view's texts; 0 when it is not known.
     unsigned codePage() const noexcept { return codePage_; }
     bool isOpen() const noexcept { return static_cast<bool>(batch_); }

@@ -25,9 +25,19 @@ public:
     bool AddRow();
 
 private:
+    /// How the records of the run in hand are known.
+    enum class Run : unsigned char { None, Stored, Cells };
+
     void MatchNames(DataView& source, DataView& destination);
+    /// Finds out whether records can be copied as they are stored.
+    void MatchStored();
+    void LocateRun();
+    void ReadRun(ULONG most);
+    bool AddStored();
+    bool AddCells();
+    void ForgetRun() noexcept;
     /// Reading ahead does not pay when too many records need a closer look.
-    bool Pays() const noexcept;
+    static bool Pays(std::size_t refused, std::size_t added) noexcept;
 
     DataView& source_;
     const GatheredRows& rows_;
@@ -37,12 +47,17 @@ private:
     std::vector<std::size_t> cells_;  ///< by name: the fields of the source that go there
     std::vector<textio::Cell> row_;
     std::size_t copied_ = 0;  ///< by position: so many fields
+    bool takesStored_ = false;
+    Run kind_ = Run::None;
     const textio::Cell* run_ = nullptr;
+    const char* const* stored_ = nullptr;
     LONG first_ = 0;  ///< position of the run's first record
     ULONG count_ = 0;
     ULONG next_ = 0;
     std::size_t added_ = 0;
     std::size_t refused_ = 0;
+    std::size_t storedAdded_ = 0;
+    std::size_t storedRefused_ = 0;
 };
 
 }  // namespace zu::component

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "component/textio/FieldCells.h"
+#include "component/textio/StoredLines.h"
 #include "component/textio/TextFile.h"
 #include "idl/RecordRuns.h"
 #include "portable/error/Error.h"
@@ -13,9 +14,6 @@
 namespace zu::component {
 
 namespace {
-
-/// Records that are read at once.
-constexpr ULONG kRun = 256;
 
 /// Fields of other types are written as their text, which only automation can make.
 bool HaveCells(const std::vector<textio::ExportField>& fields) noexcept {
@@ -116,14 +114,20 @@ void TextExport::Write(DataView& view, const WatchedJob* job) {
     writer_.Flush();
 }
 
-bool TextExport::WriteRuns(DataView& view, textio::FieldRenderer<char>& renderer) {
+bool TextExport::WriteRuns(DataView& view, const std::vector<textio::ExportField>& fields,
+                           textio::FieldRenderer<char>& renderer) {
     const com::ComPtr<RecordRuns> runs = com::Share(view.get()).tryAs<RecordRuns>();
     if (!runs) return false;
     const UINT codePage = encoding_.page().number();
+    StoredLines stored(view, *runs, format_, fields, encoding_);
     for (std::uint64_t record = 1;;) {
+        while (const ULONG written = stored.Write(static_cast<LONG>(record - 1), writer_)) {
+            record += written;
+            if (job_) job_->Reached(static_cast<LONG>(record - 1));
+        }
         const textio::Cell* cells = nullptr;
         ULONG count = 0;
-        const HRESULT read = runs->ReadRun(codePage, kRun, &cells, &count);
+        const HRESULT read = runs->ReadRun(codePage, stored.closerLooks(), &cells, &count);
         if (read == E_NOTIMPL && record == 1) return false;
         com::Check(read);
         if (count == 0) return true;
@@ -146,7 +150,7 @@ void TextExport::WriteRecords(DataView& view) {
     FieldCells cells(view);
     textio::FieldRenderer<Char> renderer(format_, cells.fields(), encoding_);
     if constexpr (std::is_same_v<Char, char>) {
-        if (HaveCells(cells.fields()) && WriteRuns(view, renderer)) {
+        if (HaveCells(cells.fields()) && WriteRuns(view, cells.fields(), renderer)) {
             missing_ += renderer.missingCharacters();
             return;
         }

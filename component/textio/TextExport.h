@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 #include "component/engine/WatchedJob.h"
 #include "component/table/DataView.h"
@@ -29,7 +30,8 @@ private:
     template <class Char>
     void WriteRecords(DataView& view);
     /// Whole runs of records at once, where the view can; false when it cannot, and nothing was written.
-    bool WriteRuns(DataView& view, textio::FieldRenderer<char>& renderer);
+    bool WriteRuns(DataView& view, const std::vector<textio::ExportField>& fields,
+                   textio::FieldRenderer<char>& renderer);
 
     const WatchedJob* job_ = nullptr;  ///< while records are written
     const textio::ExportFormat& format_;

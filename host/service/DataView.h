@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "host/service/ViewMembers.h"
 #include "host/technologies/Batch.h"
@@ -16,13 +17,22 @@ public:
 
     HRESULT STDMETHODCALLTYPE ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
                                       ULONG* records) noexcept override;
+    HRESULT STDMETHODCALLTYPE DescribeStored(UINT codePage, const textio::StoredField** fields,
+                                             ULONG* count) noexcept override;
+    HRESULT STDMETHODCALLTYPE LocateRun(ULONG most, const char* const** places,
+                                        ULONG* records) noexcept override;
     HRESULT STDMETHODCALLTYPE BeginBatch(UINT* codePage) noexcept override;
     HRESULT STDMETHODCALLTYPE AddRow(UINT codePage, const ULONG* fields, const textio::Cell* cells,
                                      ULONG count) noexcept override;
+    HRESULT STDMETHODCALLTYPE MatchStored(const ULONG* fields, const textio::StoredField* stored,
+                                          ULONG count) noexcept override;
+    HRESULT STDMETHODCALLTYPE AddStored(const char* record) noexcept override;
     HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept override;
 
 private:
     technologies::RowCells run_;
+    std::vector<textio::StoredField> storedFields_;
+    std::vector<const char*> places_;
     std::shared_ptr<RecordSet> gathered_;  ///< keeps open what the batch adds to
     std::unique_ptr<technologies::Batch> batch_;
 };

@@ -51,6 +51,41 @@ HRESULT DataView::ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
     return SUCCEEDED(result) && !readable ? E_NOTIMPL : result;
 }
 
+HRESULT DataView::DescribeStored(UINT codePage, const textio::StoredField** fields, ULONG* count) noexcept {
+    if (!fields || !count) return E_POINTER;
+    *fields = nullptr;
+    *count = 0;
+    bool described = false;
+    const HRESULT result = Guarded([&] {
+        auto stored = cursor()->records()->StoredForm(codePage);
+        described = stored.has_value();
+        if (!described) return;
+        storedFields_ = std::move(*stored);
+        *fields = storedFields_.data();
+        *count = static_cast<ULONG>(storedFields_.size());
+    });
+    return SUCCEEDED(result) && !described ? E_NOTIMPL : result;
+}
+
+HRESULT DataView::LocateRun(ULONG most, const char* const** places, ULONG* records) noexcept {
+    if (!places || !records) return E_POINTER;
+    *places = nullptr;
+    *records = 0;
+    bool located = true;
+    const HRESULT result = Guarded([&] {
+        ViewCursor& position = *cursor();
+        const LONG left = position.Count() - position.position();
+        if (left <= 0) return;
+        places_.resize(std::min(most, static_cast<ULONG>(left)));
+        const std::size_t found = position.records()->LocateRecords(position.Current(), places_);
+        located = found != 0 || places_.empty();
+        *places = places_.data();
+        *records = static_cast<ULONG>(found);
+        position.MoveNext(static_cast<LONG>(found));
+    });
+    return SUCCEEDED(result) && !located ? E_NOTIMPL : result;
+}
+
 HRESULT DataView::BeginBatch(UINT* codePage) noexcept {
     if (!codePage) return E_POINTER;
     *codePage = 0;
@@ -70,6 +105,27 @@ HRESULT DataView::AddRow(UINT codePage, const ULONG* fields, const textio::Cell*
         return gathered_->AddRow(*batch_, {cells, count}, fields, codePage) != 0 ? S_OK : S_FALSE;
     } catch (...) {
         // The way through single values meets the same error and tells of it.
+        return S_FALSE;
+    }
+}
+
+HRESULT DataView::MatchStored(const ULONG* fields, const textio::StoredField* stored, ULONG count) noexcept {
+    if (!stored && count != 0) return E_POINTER;
+    if (!batch_ || gathered_ != cursor()->records()) return E_NOTIMPL;
+    bool matches = false;
+    const HRESULT result = Guarded([&] {
+        matches = gathered_->MatchStored(*batch_, {stored, count}, fields);
+    });
+    return SUCCEEDED(result) && !matches ? E_NOTIMPL : result;
+}
+
+HRESULT DataView::AddStored(const char* record) noexcept {
+    if (!record) return E_POINTER;
+    if (!batch_ || gathered_ != cursor()->records()) return S_FALSE;
+    try {
+        return batch_->AddStored(record) != 0 ? S_OK : S_FALSE;
+    } catch (...) {
+        // As AddRow: the error comes up again.
         return S_FALSE;
     }
 }

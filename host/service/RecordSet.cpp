@@ -12,9 +12,22 @@ bool RecordSet::ReadRow(std::size_t, technologies::RowCells&) {
     return false;
 }
 
+std::optional<std::vector<textio::StoredField>> RecordSet::StoredForm(unsigned) {
+    return std::nullopt;
+}
+
+std::size_t RecordSet::LocateRecords(std::size_t, std::span<const char*>) {
+    return 0;
+}
+
 std::uint32_t RecordSet::AddRow(technologies::Batch&, std::span<const textio::Cell>, const unsigned long*,
                                 unsigned) {
     return 0;
+}
+
+bool RecordSet::MatchStored(technologies::Batch&, std::span<const textio::StoredField>,
+                            const unsigned long*) {
+    return false;
 }
 
 std::unique_ptr<technologies::Batch> RecordSet::BeginBatch() {

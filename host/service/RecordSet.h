@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "host/technologies/RecordEdit.h"
 #include "host/technologies/RowCells.h"
 #include "host/technologies/Value.h"
+#include "portable/textio/StoredField.h"
 
 namespace zu::host {
 
@@ -40,6 +42,9 @@ public:
     virtual void Read(std::size_t record, std::size_t field, technologies::Value& out) = 0;
     /// Adds all fields of a record to `out`; false when the set cannot.
     virtual bool ReadRow(std::size_t record, technologies::RowCells& out);
+    /// See technologies::Table; all fields are chosen. `first` is counted from 0.
+    virtual std::optional<std::vector<textio::StoredField>> StoredForm(unsigned codePage);
+    virtual std::size_t LocateRecords(std::size_t first, std::span<const char*> out);
     /// Begins a batch of new records; it must not outlive the set.
     virtual std::unique_ptr<technologies::Batch> BeginBatch();
     /// Adds a record to a batch of the set, without letting it join, and answers its number: see
@@ -47,6 +52,9 @@ public:
     /// ones.
     virtual std::uint32_t AddRow(technologies::Batch& batch, std::span<const textio::Cell> cells,
                                  const unsigned long* fields, unsigned codePage);
+    /// See Batch::MatchStored; `fields` as for AddRow.
+    virtual bool MatchStored(technologies::Batch& batch, std::span<const textio::StoredField> stored,
+                             const unsigned long* fields);
     /// The record's number in its table, from 1; 0 for a record outside a table.
     virtual std::uint32_t RecordNumber(std::size_t record) = 0;
     virtual bool IsDeleted(std::size_t record) = 0;

@@ -29,19 +29,42 @@ bool TableRecords::ReadRow(std::size_t record, technologies::RowCells& out) {
     return table_->ReadRow(numbers_.at(record), chosen_, out);
 }
 
+std::optional<std::vector<textio::StoredField>> TableRecords::StoredForm(unsigned codePage) {
+    return table_->StoredForm(chosen_, codePage);
+}
+
+std::size_t TableRecords::LocateRecords(std::size_t first, std::span<const char*> out) {
+    return table_->LocateRecords(std::span(numbers_).subspan(first, out.size()), out.data());
+}
+
 std::unique_ptr<technologies::Batch> TableRecords::BeginBatch() {
     return table_->BeginBatch();
 }
 
 std::uint32_t TableRecords::AddRow(technologies::Batch& batch, std::span<const textio::Cell> cells,
                                    const unsigned long* fields, unsigned codePage) {
-    if (!fields) return batch.AddRow(cells, chosen_, codePage);
+    const auto places = PlacesOf(fields, cells.size());
+    return places ? batch.AddRow(cells, *places, codePage) : 0;
+}
+
+bool TableRecords::MatchStored(technologies::Batch& batch, std::span<const textio::StoredField> stored,
+                               const unsigned long* fields) {
+    const auto places = PlacesOf(fields, stored.size());
+    return places && batch.MatchStored(stored, *places);
+}
+
+std::optional<std::span<const std::size_t>> TableRecords::PlacesOf(const unsigned long* fields,
+                                                                   std::size_t count) {
+    if (!fields) {
+        if (count > chosen_.size()) return std::nullopt;
+        return std::span<const std::size_t>(chosen_).first(count);
+    }
     places_.clear();
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        if (fields[i] >= chosen_.size()) return 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (fields[i] >= chosen_.size()) return std::nullopt;
         places_.push_back(chosen_[fields[i]]);
     }
-    return batch.AddRow(cells, places_, codePage);
+    return places_;
 }
 
 bool TableRecords::IsDeleted(std::size_t record) {

@@ -23,9 +23,13 @@ public:
     std::size_t Count() override { return numbers_.size(); }
     void Read(std::size_t record, std::size_t field, technologies::Value& out) override;
     bool ReadRow(std::size_t record, technologies::RowCells& out) override;
+    std::optional<std::vector<textio::StoredField>> StoredForm(unsigned codePage) override;
+    std::size_t LocateRecords(std::size_t first, std::span<const char*> out) override;
     std::unique_ptr<technologies::Batch> BeginBatch() override;
     std::uint32_t AddRow(technologies::Batch& batch, std::span<const textio::Cell> cells,
                          const unsigned long* fields, unsigned codePage) override;
+    bool MatchStored(technologies::Batch& batch, std::span<const textio::StoredField> stored,
+                     const unsigned long* fields) override;
     std::uint32_t RecordNumber(std::size_t record) override { return numbers_.at(record); }
     bool IsDeleted(std::size_t record) override;
 
@@ -37,9 +41,12 @@ public:
     bool SetDeleted(std::size_t record, bool deleted) override;
 
 private:
+    /// The places in the table of `count` fields of the view. Nothing when there is no such field.
+    std::optional<std::span<const std::size_t>> PlacesOf(const unsigned long* fields, std::size_t count);
+
     std::shared_ptr<technologies::Table> table_;
     std::vector<std::size_t> chosen_;
-    std::vector<std::size_t> places_;  ///< reused by AddRow
+    std::vector<std::size_t> places_;  ///< reused by PlacesOf
     std::vector<std::uint32_t> numbers_;
     Deleted deleted_;
     std::wstring tableName_;

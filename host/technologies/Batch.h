@@ -5,6 +5,7 @@
 #include <span>
 
 #include "portable/textio/Cell.h"
+#include "portable/textio/StoredField.h"
 
 namespace zu::technologies {
 
@@ -29,6 +30,14 @@ public:
                                  std::span<const std::size_t> /*places*/, unsigned /*codePage*/) {
         return 0;
     }
+    /// What AddStored is given from now on: records with these fields, texts in the table's page, whose
+    /// values go into the fields `places`. False: they must come as cells.
+    virtual bool MatchStored(std::span<const textio::StoredField> /*stored*/,
+                             std::span<const std::size_t> /*places*/) {
+        return false;
+    }
+    /// Adds the values of such a record, as AddRow does.
+    virtual std::uint32_t AddStored(const char* /*record*/) { return 0; }
     /// The code page of the table's texts; 0 when there is none.
     virtual unsigned codePage() const noexcept { return 0; }
     /// Ends the batch. Errors are those of RecordEdit::Save; what is in the table then stays.

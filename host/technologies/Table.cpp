@@ -10,4 +10,12 @@ bool Table::ReadRow(std::uint32_t record, std::span<const std::size_t> chosen, R
     return true;
 }
 
+std::optional<std::vector<textio::StoredField>> Table::StoredForm(std::span<const std::size_t>, unsigned) {
+    return std::nullopt;
+}
+
+std::size_t Table::LocateRecords(std::span<const std::uint32_t>, const char**) {
+    return 0;
+}
+
 }  // namespace zu::technologies

@@ -14,6 +14,7 @@
 #include "host/technologies/RowCells.h"
 #include "host/technologies/Value.h"
 #include "portable/error/Error.h"
+#include "portable/textio/StoredField.h"
 
 namespace zu::technologies {
 
@@ -91,6 +92,15 @@ public:
     /// Adds the values of the fields `chosen` of a record to `out`, for work on very many records. False when
     /// a value has no form there; `out` may then hold some of the record.
     virtual bool ReadRow(std::uint32_t record, std::span<const std::size_t> chosen, RowCells& out);
+
+    /// Where the fields `chosen` lie in records that LocateRecords finds. Nothing when a field is not stored
+    /// as text, one byte a character of `codePage`, or can be null.
+    virtual std::optional<std::vector<textio::StoredField>> StoredForm(std::span<const std::size_t> chosen,
+                                                                       unsigned codePage);
+    /// Puts into `out` where these records begin in memory, and answers of how many, from the first one on,
+    /// that is known; the others must be read by their values. The places are valid until the table is used
+    /// again.
+    virtual std::size_t LocateRecords(std::span<const std::uint32_t> records, const char** out);
 
     /// The records that meet the selection. A faulty condition is a `Syntax` error with its position.
     virtual std::vector<std::uint32_t> Select(const Selection& selection) = 0;

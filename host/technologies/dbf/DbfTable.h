@@ -60,6 +60,10 @@ public:
     void ReadValue(std::uint32_t record, std::size_t field, technologies::Value& out) override;
     bool ReadRow(std::uint32_t record, std::span<const std::size_t> chosen,
                  technologies::RowCells& out) override;
+    std::optional<std::vector<textio::StoredField>> StoredForm(std::span<const std::size_t> chosen,
+                                                               unsigned codePage) override;
+    /// Only while the file is mapped, and no batch may let it be mapped anew.
+    std::size_t LocateRecords(std::span<const std::uint32_t> records, const char** out) override;
 
     const std::vector<technologies::IndexDescription>& indexes() override;
     std::optional<std::size_t> FindIndex(std::string_view name) override;

@@ -105,4 +105,46 @@ bool DbfTable::ReadRow(std::uint32_t record, std::span<const std::size_t> chosen
     return true;
 }
 
+std::optional<std::vector<textio::StoredField>> DbfTable::StoredForm(std::span<const std::size_t> chosen,
+                                                                     unsigned codePage) {
+    using Form = textio::StoredField::Form;
+    std::vector<textio::StoredField> stored;
+    stored.reserve(chosen.size());
+    for (const std::size_t position : chosen) {
+        const FieldLayout& field = layout_.record.fields.at(position);
+        if (field.nullBit >= 0 || field.lengthBit >= 0) return std::nullopt;
+        textio::StoredField form{Form::Text, field.decimals, field.offset, field.width};
+        switch (layout_.kinds[position]) {
+            case FieldKind::Character:
+                if (codePage != this->codePage().number() || !this->codePage().isSingleByte())
+                    return std::nullopt;
+                break;
+            case FieldKind::Number:
+                form.form = Form::Number;
+                break;
+            case FieldKind::Date:
+                form.form = Form::Date;
+                break;
+            case FieldKind::Logical:
+                form.form = Form::Logical;
+                break;
+            default:
+                return std::nullopt;
+        }
+        stored.push_back(form);
+    }
+    return stored;
+}
+
+std::size_t DbfTable::LocateRecords(std::span<const std::uint32_t> records, const char** out) {
+    if (!records_.isMapped() || (batch_ && batch_->isOpen())) return 0;
+    std::size_t located = 0;
+    for (const std::uint32_t record : records) {
+        const std::byte* const bytes = records_.Record(record);
+        if (!bytes) break;
+        out[located++] = reinterpret_cast<const char*>(bytes);
+    }
+    return located;
+}
+
 }  // namespace zu::dbf

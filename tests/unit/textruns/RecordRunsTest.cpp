@@ -1,6 +1,7 @@
-// An export through runs of records and one through single values write the same bytes.
+// Exports and copies through runs of records and those through single values write the same bytes.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -9,12 +10,18 @@
 #include "EngineDll.h"
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "component/table/CopyOutcome.h"
+#include "component/table/GatheredRows.h"
+#include "component/table/RowCopy.h"
+#include "component/table/RunCopy.h"
 #include "component/textio/TextExport.h"
 #include "idl/RecordRuns.h"
 #include "idl/Zuengine.h"
 #include "portable/error/Error.h"
 #include "tests/contract/fake/FakeObject.h"
 #include "tests/contract/fake/uncalled/UncalledDataView.h"
+#include "tests/unit/dbf/FieldContents.h"
+#include "tests/unit/dbf/TableImage.h"
 
 namespace zu::component {
 namespace {
@@ -77,7 +84,10 @@ protected:
     }
 
     ComPtr<ZuDataView> Everything(const std::wstring& name) {
-        Bstr database(L"DBF|" + std::filesystem::absolute(Samples()).wstring());
+        return EverythingIn(std::filesystem::absolute(Samples()), name);
+    }
+    ComPtr<ZuDataView> EverythingIn(const std::filesystem::path& folder, const std::wstring& name) {
+        Bstr database(L"DBF|" + folder.wstring());
         Bstr table(name);
         ComPtr<IDispatch> opened;
         if (FAILED(service_->OpenTable(database.address(), table.address(), opened.put())) || !opened)
@@ -150,6 +160,126 @@ TEST_F(RecordRunsOfTheEngine, EndWithTheView) {
         EXPECT_EQ(position, sum);
     }
     EXPECT_EQ(sum, count);
+}
+
+/// Tables with contents of every kind, canonical ones and others by turns, in a folder of their own.
+class AwkwardTables : public RecordRunsOfTheEngine {
+protected:
+    void SetUp() override {
+        RecordRunsOfTheEngine::SetUp();
+        folder_ =
+            std::filesystem::temp_directory_path() / ("zu-odd-" + std::to_string(GetCurrentProcessId()));
+        std::filesystem::create_directory(folder_);
+        Put(Image(kRecords, true), L"source");
+        Put(Image(kRecords, false), L"mild");
+    }
+    void TearDown() override {
+        RecordRunsOfTheEngine::TearDown();
+        std::filesystem::remove_all(folder_);
+    }
+
+    /// `oddNumbers`: also some that a field of the same kind does not take, which ends a copy.
+    static dbf::TableImage Image(int records, bool oddNumbers) {
+        dbf::TableImage image;
+        image.Mark(0x03);
+        for (std::size_t i = 0; i < std::size(kKinds); ++i)
+            image.Field("F" + std::to_string(i), kKinds[i].type, kKinds[i].width, kKinds[i].decimals);
+        dbf::FieldContents contents;
+        for (int i = 0; i < records; ++i) {
+            // Long stretches without anything odd between others.
+            const bool odd = i / 300 % 2 == 0;
+            std::string record;
+            for (const auto& kind : kKinds) {
+                std::string content =
+                    odd && (kind.type != 'N' || oddNumbers) ? contents.Of(kind) : std::string();
+                if (kind.type == 'N' && content.empty()) content = i % 2 == 0 ? "   -1.50" : "  .25   ";
+                content.resize(static_cast<std::size_t>(kind.width), 'F');
+                record += content;
+            }
+            image.Record(record);
+        }
+        return image;
+    }
+    void Put(const dbf::TableImage& image, const std::wstring& name) const {
+        std::ofstream(folder_ / (name + L".dbf"), std::ios::binary) << image.Bytes();
+    }
+    std::string Bytes(const std::wstring& name) const {
+        std::ifstream file(folder_ / (name + L".dbf"), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+    ComPtr<ZuDataView> All(const std::wstring& name) { return EverythingIn(folder_, name); }
+    ComPtr<ZuDataView> Plain(const std::wstring& name) {
+        return ComPtr<ZuDataView>::Adopt(new PlainView(All(name)));
+    }
+
+    static constexpr dbf::FieldContents::Kind kKinds[] = {
+        {'C', 20, 0}, {'N', 8, 2}, {'D', 8, 0}, {'L', 1, 0}, {'C', 3, 0}};
+    static constexpr int kRecords = 2400;
+    std::filesystem::path folder_;
+};
+
+TEST_F(AwkwardTables, AreExportedAsThroughSingleValues) {
+    for (const int preset : {textio::kDelimited, textio::kFixed}) {
+        const textio::ExportFormat format = Format(preset);
+        const Written fast = Write(All(L"source"), format);
+        const Written plain = Write(Plain(L"source"), format);
+        EXPECT_TRUE(fast.whole && plain.whole);
+        EXPECT_TRUE(fast.content == plain.content) << "preset " << preset;
+        EXPECT_GT(fast.content.size(), kRecords * 20U);
+    }
+}
+
+TEST_F(AwkwardTables, AreCopiedAsThroughSingleValues) {
+    for (const FieldMatch match : {FieldMatch::kPosition, FieldMatch::kName}) {
+        const std::wstring from = match == FieldMatch::kName ? L"source" : L"mild";
+        std::array<LONG, 2> added{};
+        for (const bool plainly : {false, true}) {
+            const std::wstring name = plainly ? L"plain" : L"fast";
+            Put(Image(0, false), name);
+            DataView source(plainly ? Plain(from) : All(from));
+            DataView destination(All(name));
+            CopyOutcome outcome(false);
+            RowCopy rows(source, destination, match);
+            GatheredRows gathered(destination, outcome);
+            RunCopy runs(source, destination, match, gathered);
+            source.MoveFirst();
+            while (runs.Next() || !source.Eof()) {
+                outcome.BeginRow();
+                const bool atOnce = runs.AddRow();
+                outcome.EndRow(atOnce || rows.CopyRow());
+                if (!atOnce) source.MoveNext();
+            }
+            gathered.Finish();
+            added[plainly ? 1 : 0] = outcome.added();
+        }
+        EXPECT_EQ(added[0], kRecords);
+        EXPECT_EQ(added[1], kRecords);
+        EXPECT_TRUE(Bytes(L"fast") == Bytes(L"plain"));
+    }
+}
+
+TEST_F(AwkwardTables, LocateTheirRecordsUpToTheEndOfTheView) {
+    const ComPtr<ZuDataView> view = All(L"source");
+    const ComPtr<RecordRuns> runs = view.tryAs<RecordRuns>();
+    ASSERT_TRUE(runs);
+    const textio::StoredField* fields = nullptr;
+    ULONG count = 0;
+    ASSERT_EQ(runs->DescribeStored(1252, &fields, &count), S_OK);
+    EXPECT_EQ(count, std::size(kKinds));
+    EXPECT_EQ(fields[1].offset, 21U);
+    EXPECT_EQ(runs->DescribeStored(437, &fields, &count), E_NOTIMPL) << "texts of another code page";
+    int located = 0;
+    for (;;) {
+        const char* const* places = nullptr;
+        ULONG records = 0;
+        ASSERT_EQ(runs->LocateRun(1000, &places, &records), S_OK);
+        if (records == 0) break;
+        located += static_cast<int>(records);
+        LONG position = 0;
+        ASSERT_EQ(view->get_AbsolutePosition(0, &position), S_OK);
+        EXPECT_EQ(position, located);
+    }
+    EXPECT_EQ(located, kRecords);
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 #include "host/technologies/dbf/write/RowEncoder.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <utility>
 
 #include "host/technologies/dbf/DbfFormat.h"
+#include "portable/text/ByteWords.h"
+#include "portable/textio/StoredBytes.h"
 
 namespace zu::dbf::write {
 namespace {
@@ -33,13 +36,19 @@ std::int64_t RoundedQuotient(std::int64_t number, std::int64_t divisor) noexcept
     return -rest >= divisor + rest ? quotient - 1 : quotient;
 }
 
+char* Characters(std::byte* at) noexcept {
+    return reinterpret_cast<char*>(at);
+}
+
 }  // namespace
 
 RowEncoder::RowEncoder(const EditedTable& table)
     : table_(table),
       fields_(table.layout),
       takesRows_(table.header.isConsistent),
-      blank_(table.layout.record.recordLength) {
+      blank_(table.layout.record.recordLength),
+      record_(table.layout.record.recordLength),
+      tablePage_(table.layout.record.codePage->number()) {
     for (const auto& field : table.header.fields)
         if ((field.flags & kAutoIncrement) == kAutoIncrement) takesRows_ = false;
     const text::CodePage& page = *table.layout.record.codePage;
@@ -52,17 +61,96 @@ RowEncoder::RowEncoder(const EditedTable& table)
         page.Decode(text, characters);
         stays_[byte] = page.Encode(characters) == text;
     }
+    asciiStays_ = std::all_of(stays_.begin(), stays_.begin() + 128, [](bool stays) { return stays; });
 }
 
 bool RowEncoder::Encode(std::span<const Cell> cells, std::span<const std::size_t> places, unsigned codePage) {
     if (!takesRows_ || cells.size() > places.size()) return false;
     codePage_ = codePage;
-    record_ = blank_;
-    memos_.clear();
-    usedTexts_ = 0;
+    Begin();
     for (std::size_t i = 0; i < cells.size(); ++i)
         if (!EncodeCell(cells[i], places[i])) return false;
     return true;
+}
+
+void RowEncoder::Begin() noexcept {
+    text::CopyBytes(Characters(blank_.data()), blank_.size(), Characters(record_.data()));
+    memos_.clear();
+    usedTexts_ = 0;
+}
+
+bool RowEncoder::MatchStored(std::span<const textio::StoredField> stored,
+                             std::span<const std::size_t> places) {
+    using Form = textio::StoredField::Form;
+    matches_.clear();
+    if (!takesRows_ || stored.size() != places.size()) return false;
+    for (std::size_t i = 0; i < stored.size(); ++i) {
+        const std::size_t place = places[i];
+        if (place >= table_.layout.kinds.size() || table_.layout.descriptions[place].readOnly) return false;
+        const auto& field = table_.layout.record.fields[place];
+        if (field.nullBit >= 0 || field.lengthBit >= 0) return false;
+        const FieldKind kind = table_.layout.kinds[place];
+        const textio::StoredField& from = stored[i];
+        const Match match{from, field.offset, field.width, {from.width, from.decimals}};
+        const bool fits =
+            (from.form == Form::Text && kind == FieldKind::Character) ||
+            (from.form == Form::Number && kind == FieldKind::Number && from.decimals == field.decimals &&
+             match.digits.isUsable()) ||
+            (from.form == Form::Date && kind == FieldKind::Date && from.width == textio::kStoredDateWidth) ||
+            (from.form == Form::Logical && kind == FieldKind::Logical);
+        if (!fits) return false;
+        matches_.push_back(match);
+    }
+    return true;
+}
+
+bool RowEncoder::EncodeStored(const char* stored) {
+    Begin();
+    return std::all_of(matches_.begin(), matches_.end(), [&](const Match& match) {
+        return EncodeMatch(match, stored + match.from.offset, Characters(record_.data()) + match.offset);
+    });
+}
+
+bool RowEncoder::EncodeMatch(const Match& match, const char* from, char* to) const noexcept {
+    using Form = textio::StoredField::Form;
+    switch (match.from.form) {
+        case Form::Text: {
+            const std::string_view text(from, textio::LengthWithoutPadding(from, match.from.width));
+            if (text.size() > match.width || !Stays(text)) return false;
+            PutText(text, to, match.width);
+            return true;
+        }
+        case Form::Number: {
+            const text::DigitsField::Place place = match.digits.Find(from);
+            const std::size_t length = place.end - place.begin;
+            if (place.end == 0 || length > match.width) return false;
+            text::CopyBytes(from + place.begin, length, to + match.width - length);
+            return true;
+        }
+        case Form::Date:
+            if (textio::IsStoredDate(from)) std::memcpy(to, from, textio::kStoredDateWidth);
+            return true;
+        case Form::Logical:
+            if (textio::IsStoredTrue(*from)) *to = 'T';
+            if (textio::IsStoredFalse(*from)) *to = 'F';
+            return true;
+    }
+    return false;
+}
+
+void RowEncoder::PutText(std::string_view text, char* field, std::size_t width) noexcept {
+    text::CopyBytes(text.data(), text.size(), field);
+    text::FillBlanks(field + text.size(), width - text.size());
+}
+
+bool RowEncoder::Stays(std::string_view bytes) const noexcept {
+    const char* at = bytes.data();
+    const char* const end = at + bytes.size();
+    if (asciiStays_) {
+        while (end - at >= 8 && (text::LoadWord(at) & text::kTopBits) == 0)
+            at += 8;
+    }
+    return std::all_of(at, end, [this](char c) { return stays_[static_cast<unsigned char>(c)]; });
 }
 
 bool RowEncoder::EncodeCell(const Cell& cell, std::size_t field) {
@@ -110,9 +198,7 @@ bool RowEncoder::EncodeCell(const Cell& cell, std::size_t field) {
 std::optional<std::string_view> RowEncoder::BytesOf(const Cell& cell, std::string& encoded) const {
     if (cell.kind == Cell::Kind::Bytes) {
         const std::string_view bytes(cell.bytes, cell.length);
-        const bool stay = codePage_ == table_.layout.record.codePage->number() &&
-                          std::all_of(bytes.begin(), bytes.end(),
-                                      [this](char c) { return stays_[static_cast<unsigned char>(c)]; });
+        const bool stay = codePage_ == tablePage_ && Stays(bytes);
         return stay ? std::optional(bytes) : std::nullopt;
     }
     if (cell.kind != Cell::Kind::Characters) return std::nullopt;
@@ -138,8 +224,12 @@ bool RowEncoder::EncodeText(const Cell& cell, std::size_t field) {
     std::string_view text = *bytes;
     while (!text.empty() && text.back() == ' ')
         text.remove_suffix(1);
-    if (text.size() > table_.layout.record.fields[field].width) return false;
-    fields_.SetBytes(record_.data(), field, text);
+    const auto& layout = table_.layout.record.fields[field];
+    if (text.size() > layout.width) return false;
+    if (layout.nullBit < 0)
+        PutText(text, Characters(record_.data()) + layout.offset, layout.width);
+    else
+        fields_.SetBytes(record_.data(), field, text);
     return true;
 }
 

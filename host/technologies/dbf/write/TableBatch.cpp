@@ -19,8 +19,24 @@ TableBatch::~TableBatch() {
 
 std::uint32_t TableBatch::AddRow(std::span<const textio::Cell> cells, std::span<const std::size_t> places,
                                  unsigned codePage) {
+    return rows().Encode(cells, places, codePage) ? Add() : 0;
+}
+
+bool TableBatch::MatchStored(std::span<const textio::StoredField> stored,
+                             std::span<const std::size_t> places) {
+    return rows().MatchStored(stored, places);
+}
+
+std::uint32_t TableBatch::AddStored(const char* record) {
+    return rows().EncodeStored(record) ? Add() : 0;
+}
+
+RowEncoder& TableBatch::rows() {
     if (!rows_) rows_ = std::make_unique<RowEncoder>(table_);
-    if (!rows_->Encode(cells, places, codePage)) return 0;
+    return *rows_;
+}
+
+std::uint32_t TableBatch::Add() {
     std::uint32_t number = 0;
     table_.batch->Next(number);
     StoreMemos();

@@ -19,11 +19,17 @@ public:
 
     std::uint32_t AddRow(std::span<const textio::Cell> cells, std::span<const std::size_t> places,
                          unsigned codePage) override;
+    bool MatchStored(std::span<const textio::StoredField> stored,
+                     std::span<const std::size_t> places) override;
+    std::uint32_t AddStored(const char* record) override;
     unsigned codePage() const noexcept override { return table_.layout.record.codePage->number(); }
     void Finish() override;
     std::uint32_t lost() const noexcept override { return table_.batch->lost(); }
 
 private:
+    RowEncoder& rows();
+    /// Adds the record that the encoder has made.
+    std::uint32_t Add();
     void StoreMemos();
 
     EditedTable table_;
