@@ -87,6 +87,7 @@ std::unique_ptr<files::File> WatchedFiles::Open(const std::string& path, const f
         (*known)->identity = IdentityOf(path);
         return std::make_unique<WrittenFile>(std::move(file), *known);
     }
+    if (options.passing) return files_.Open(path, options);
     // The stamp is older than the opening: a change between the two then counts as one.
     std::optional<Stamp> stamp = StampOf(path);
     std::unique_ptr<files::File> file = files_.Open(path, options);

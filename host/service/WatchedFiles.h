@@ -18,8 +18,9 @@ public:
     /// `files` must outlive this object.
     explicit WatchedFiles(files::FileSystem& files) : files_(files) {}
 
-    /// Every file that was opened for reading is still there with the size and the times that it had, or that
-    /// it got when it was last written through this object. False when none was opened.
+    /// Every file that was opened for reading, other than in passing, is still there with the size and the
+    /// times that it had, or that it got when it was last written through this object. False when none was
+    /// opened.
     bool AreUnchanged();
 
     std::unique_ptr<files::File> Open(const std::string& path, const files::OpenOptions& options) override;

@@ -18,6 +18,7 @@ struct OpenOptions {
     Access access = Access::Read;
     Creation creation = Creation::OpenExisting;
     bool exclusive = false;  ///< deny all others
+    bool passing = false;    ///< a look into a file that comes and goes: what is open does not stand on it
 };
 
 /// A read-only view of a whole file in memory. Destroying it unmaps the file.

@@ -4,7 +4,8 @@
 
 namespace zu::files {
 
-/// A file of Windows. Opened so that others may read, write, rename and delete it, unless exclusive.
+/// A file of Windows. Opened so that others may read, write, rename and delete it, unless exclusive. Its
+/// reads and writes move one position, so it belongs to one thread at a time.
 class WindowsFile final : public File {
 public:
     WindowsFile(std::string path, const OpenOptions& options);
@@ -25,6 +26,8 @@ public:
     void Unlock(std::uint64_t offset, std::uint64_t length) override;
 
 private:
+    bool GoTo(std::uint64_t offset) const noexcept;
+
     std::string path_;
     void* handle_;
 };

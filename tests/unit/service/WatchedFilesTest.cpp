@@ -38,6 +38,15 @@ TEST_F(WatchedFilesTest, WhatSomebodyElseWritesIsAChange) {
     EXPECT_FALSE(files_.AreUnchanged());
 }
 
+TEST_F(WatchedFilesTest, AFileThatWasOnlyLookedIntoInPassingMayChange) {
+    const auto file = files_.Open(path_, {});
+    folder_.Write(L"journal", "of a change");
+    const std::string journal = text::ToUtf8(com::AsUtf16(folder_.path() + L"\\journal"));
+    files_.Open(journal, {files::Access::Read, files::Creation::OpenExisting, false, true});
+    files::SystemFiles().Remove(journal);
+    EXPECT_TRUE(files_.AreUnchanged());
+}
+
 TEST_F(WatchedFilesTest, WhatIsWrittenThroughThemIsNone) {
     const auto file = files_.Open(path_, {});
     const auto writer = files_.Open(path_, {files::Access::ReadWrite});

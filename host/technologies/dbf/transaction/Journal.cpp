@@ -20,6 +20,7 @@ constexpr std::uint64_t kGateOffset = 0x7FFFFFFFFFFF0000ULL;
 constexpr std::uint64_t kUsersOffset = kGateOffset + 1;
 // A journal of a large change is cut back afterwards; a small one keeps its room for the next change.
 constexpr std::uint64_t kKeepSize = 1U << 20;
+constexpr files::OpenOptions kForLook{files::Access::Read, files::Creation::OpenExisting, false, true};
 
 template <class T>
 void Put(std::vector<std::byte>& out, T value) {
@@ -173,7 +174,7 @@ bool Journal::IsHot() const {
 bool Journal::MayHoldChange(files::FileSystem& system, const std::string& path) {
     if (!system.Exists(path)) return false;
     try {
-        return HasMark(*system.Open(path, {}));
+        return HasMark(*system.Open(path, kForLook));
     } catch (const Error& error) {
         // Its last user has just removed it.
         if (error.kind() == ErrorKind::NotFound) return false;
