@@ -14,6 +14,20 @@ std::wstring LineEnd() {
 
 }  // namespace
 
+bool Console::Tell(std::wstring_view text) noexcept {
+    for (TextOutput* const stream : {&err, &out}) {
+        if (!stream->isOpen()) continue;
+        try {
+            stream->WriteLines(text);
+            return true;
+        } catch (...) {
+            // The other one may still work.
+            continue;
+        }
+    }
+    return false;
+}
+
 Console::Console() : out(STD_OUTPUT_HANDLE, LineEnd()), err(STD_ERROR_HANDLE, LineEnd()) {}
 
 }  // namespace zu::runner

@@ -11,6 +11,7 @@ inline constexpr int kExitFaultsFound = 2;      ///< a command found faults in a
 inline constexpr int kExitUsage = 64;           ///< the command line cannot be understood
 inline constexpr int kExitNoInput = 66;         ///< the script file cannot be read
 inline constexpr int kExitNoScriptEngine = 70;  ///< the system has no engine for the script's language
+inline constexpr int kExitUntold = 74;          ///< a failure whose reason could be written nowhere
 inline constexpr int kExitInterrupted = 130;    ///< Ctrl+C
 
 }  // namespace zu::runner

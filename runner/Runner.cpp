@@ -25,8 +25,9 @@ std::wstring Wide(const char* utf8) {
 
 // A failure of the program itself, as opposed to one of the script.
 int Complain(Console& console, int exitCode, const std::wstring& text) {
-    console.err.WriteLines(L"zurun: " + text);
-    if (exitCode == kExitUsage) console.err.WriteLines(L"zurun: --help shows how it is used");
+    std::wstring lines = L"zurun: " + text;
+    if (exitCode == kExitUsage) lines += L"\nzurun: --help shows how it is used";
+    console.Tell(lines);
     return exitCode;
 }
 

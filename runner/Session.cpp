@@ -45,7 +45,8 @@ int Session::Run(bool trace) {
     LetGo();
     if (interruption_.raised()) return kExitInterrupted;
     if (host_.stopped()) return exitCode_;
-    return host_.failed() ? kExitScriptError : kExitDone;
+    if (!host_.failed()) return kExitDone;
+    return untold_ ? kExitUntold : kExitScriptError;
 }
 
 void Session::LetGo() noexcept {
@@ -56,7 +57,7 @@ void Session::LetGo() noexcept {
 }
 
 void Session::Report(const ScriptError& error) {
-    console_.err.WriteLines(ErrorReport(source_, error));
+    untold_ = !console_.Tell(ErrorReport(source_, error)) || untold_;
 }
 
 void Session::OnReturn() {

@@ -56,6 +56,7 @@ private:
     Console& console_;
     EngineLink& engine_;
     int exitCode_ = 0;
+    bool untold_ = false;  ///< an error could not be reported
     ScriptHost host_;
     EventBindings events_;
     com::ComPtr<IDispatch> arguments_;

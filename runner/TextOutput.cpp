@@ -28,7 +28,7 @@ TextOutput::TextOutput(DWORD which, std::wstring lineEnd)
 }
 
 void TextOutput::Write(std::wstring_view text) {
-    if (text.empty() || !handle_ || handle_ == INVALID_HANDLE_VALUE) return;
+    if (text.empty() || !isOpen()) return;
     if (console_) {
         WriteConsoleText(text);
     } else {

@@ -21,6 +21,8 @@ public:
     /// Writes the text as it is and a line end.
     void WriteLine(std::wstring_view text);
 
+    /// There is somebody at the other end, as far as can be known before writing.
+    bool isOpen() const noexcept { return handle_ && handle_ != INVALID_HANDLE_VALUE; }
     bool isConsole() const noexcept { return console_; }
     const std::wstring& lineEnd() const noexcept { return lineEnd_; }
 

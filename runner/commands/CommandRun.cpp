@@ -60,7 +60,7 @@ void CommandRun::StopIfInterrupted() const {
 
 void CommandRun::Fail(const std::wstring& text) {
     failed_ = true;
-    console_.err.WriteLines(L"zurun: " + text);
+    untold_ = !console_.Tell(L"zurun: " + text) || untold_;
 }
 
 std::wstring CommandRun::ReasonOfFailure() const {
@@ -78,7 +78,7 @@ std::wstring CommandRun::ReasonOfFailure() const {
 }
 
 int CommandRun::exitCode() const noexcept {
-    if (failed_) return kExitFailed;
+    if (failed_) return untold_ ? kExitUntold : kExitFailed;
     return faults_ ? kExitFaultsFound : kExitDone;
 }
 

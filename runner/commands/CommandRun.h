@@ -66,6 +66,7 @@ private:
     TableService service_;
     std::atomic<bool> working_ = false;
     bool failed_ = false;
+    bool untold_ = false;  ///< a failure could not be told
     bool faults_ = false;
     com::ComPtr<CommandListener> listener_;
     Interruption interruption_;  // last: its thread uses the others

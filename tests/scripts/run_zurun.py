@@ -97,6 +97,10 @@ def streams(check):
     check.expect("StdOut writes pieces and lines",
                  check.run("-e", "With WScript.StdOut\n.Write \"a\"\n.Write 1\n.WriteLine \"b\"\n.WriteBlankLines 2\n"
                            ".WriteLine\nEnd With"), out="a1b\n\n\n\n")
+    check.expect("an error that standard error does not take is told on standard output",
+                 check.run("-e", "Echo 1 : x = 1 / 0", full=("err",)), 1, out_has=["1\n", "-e:1:10: ", "x = 1 / 0"])
+    check.expect("an error that can be told nowhere has an exit code of its own",
+                 check.run("-e", "x = 1 / 0", full=("out", "err")), 74, out="", err="")
     check.expect("StdErr is apart", check.run("-e", "WScript.StdErr.WriteLine \"e\"\nEcho 1"), out="1\n", err="e\n")
     check.expect("StdIn reads lines to the end",
                  check.run("-e", "Do Until WScript.StdIn.AtEndOfStream\nEcho \"[\" & WScript.StdIn.ReadLine & \"]\"\nLoop",
@@ -192,7 +196,7 @@ def interruption(check, facts):
     check.expect("the table for long jobs is made", outcome, out=f"{facts['orders'] * 128}\n")
     text = windows_path(folder / "numbers.txt")
     for job, code in {"copy": f"DbfToDbf \"{table}\", \"{table}2\"", "export": f"DbfToDel \"{table}\", \"{text}\"",
-                      "index": f"DbfIndex \"{table}\", Array(\"ID\")"}.items():
+                      "index": f"DbfIndex \"{table}\", Array(\"STR(ID, 10) + STR(-ID, 10)\")"}.items():
         check.expect(f"Ctrl+C ends a job of many records: {job}", check.run("-e", f"Echo 1\n{code}\nEcho 2", interrupt=True), 130,
                      out="1\n", err_has=[" ended after ", " records"])
     check.expect("the table is still sound", check.run("-e", f"Echo DbfCount(\"{table}\")"), out=f"{facts['orders'] * 128}\n")

@@ -27,17 +27,20 @@ def windows_path(path):
     return "Z:" + str(path).replace("/", "\\") if os.name != "nt" else str(path)
 
 
-def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=None, interrupt=False):
+def run(program, *arguments, stdin=b"", seconds=120, folder=None, environment=None, interrupt=False, full=()):
     """Runs a Windows program to its end.
 
     The streams are files: background processes of an emulator may keep pipes open long after the program has
-    ended. `interrupt` sends Ctrl+C as soon as the program has written something.
+    ended. `interrupt` sends Ctrl+C as soon as the program has written something. The streams named in `full`, "out" or
+    "err", take nothing.
     """
-    with tempfile.TemporaryFile() as source, tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
+    with tempfile.TemporaryFile() as source, tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err, \
+            open("/dev/full", "wb") as nowhere:
         source.write(stdin)
         source.seek(0)
         variables = dict(os.environ, **(environment or {}))
-        process = subprocess.Popen([str(LAUNCHER), str(program), *arguments], stdin=source, stdout=out, stderr=err,
+        process = subprocess.Popen([str(LAUNCHER), str(program), *arguments], stdin=source,
+                                   stdout=nowhere if "out" in full else out, stderr=nowhere if "err" in full else err,
                                    cwd=folder, env=variables, start_new_session=True)
         timed_out = False
         try:
