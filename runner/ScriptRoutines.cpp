@@ -59,8 +59,8 @@ HRESULT ScriptRoutines::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPP
     }
     if (code == E_FAIL && parameters) {
         // VBScript says no more than this when a routine takes another number of arguments.
-        Fill(*exception, {E_FAIL, L"the routine cannot be called with " + std::to_wstring(parameters->cArgs) +
-                                      L" argument(s)"});
+        Fill(*exception, {E_FAIL, L"the routine takes another number of arguments than the " +
+                                      std::to_wstring(parameters->cArgs) + L" that it is given"});
         return DISP_E_EXCEPTION;
     }
     return code;

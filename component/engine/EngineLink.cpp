@@ -27,6 +27,7 @@ void EngineLink::Start() noexcept {
         ComPtr<IDispatch> engine;
         Check(com::Required(CreateProject().get())->Engine(engine.put()));
         core_ = engine.as<ZuEngineCore>();
+        reasons_ = core_.tryAs<FailureReasons>();
         context_ = EngineContext(engine.as<ZuEngineContext>());
         data_ = EngineData(engine.as<ZuEngineData>());
         messages_ = EngineMessages(engine.as<ZuEngineMessages>());

@@ -4,6 +4,7 @@
 #include "component/engine/EngineContext.h"
 #include "component/engine/EngineData.h"
 #include "component/engine/EngineMessages.h"
+#include "idl/FailureReasons.h"
 #include "idl/JobReports.h"
 #include "idl/Zuengine.h"
 
@@ -22,6 +23,8 @@ public:
     const EngineMessages& messages() const noexcept { return messages_; }
     /// Where long jobs are watched; null with an engine that does not.
     com::ComPtr<JobReports> jobReports() const noexcept { return core_.tryAs<JobReports>(); }
+    /// Where the reasons of failures are told; null with an engine that does not take them.
+    FailureReasons* reasons() const noexcept { return reasons_.get(); }
     /// The window that modal windows belong to; null for none. Throws ComError.
     HWND OwnerWindow() const;
 
@@ -31,6 +34,7 @@ private:
     EngineData data_;
     EngineMessages messages_;
     com::ComPtr<ZuEngineUserInterface> userInterface_;
+    com::ComPtr<FailureReasons> reasons_;
 };
 
 /// The link of the calling thread, started before the first use on the thread and released with the thread's

@@ -42,14 +42,15 @@ LONG NumberOf(HRESULT code) noexcept {
     return (bits & 0xFFFF0000) == kRunTimeErrors ? static_cast<LONG>(bits & 0xFFFF) : code;
 }
 
+}  // namespace
+
 std::wstring DescriptionOf(const com::ComError& error) {
     if (!error.description().empty()) return error.description();
     const KnownError* known = Find(error.code());
     return known ? known->description : L"Automation error";
 }
 
-/// The exception being handled as a ComError, whatever it is.
-com::ComError Current() {
+com::ComError CurrentRunTimeError() {
     const HRESULT code = com::TranslateCurrentException();
     try {
         com::Check(code);
@@ -58,8 +59,6 @@ com::ComError Current() {
     }
     return com::ComError(E_UNEXPECTED);
 }
-
-}  // namespace
 
 std::wstring RunTimeErrorText(const com::ComError& error, std::wstring_view function) {
     std::wstring text = std::to_wstring(NumberOf(error.code()));
@@ -71,7 +70,7 @@ std::wstring RunTimeErrorText(const com::ComError& error, std::wstring_view func
 }
 
 std::wstring RunTimeErrorText(std::wstring_view function) {
-    return RunTimeErrorText(Current(), function);
+    return RunTimeErrorText(CurrentRunTimeError(), function);
 }
 
 }  // namespace zu::component

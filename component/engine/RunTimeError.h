@@ -16,6 +16,12 @@ namespace zu::component {
 /// a signed number. Call it only inside a catch block.
 std::wstring RunTimeErrorText(std::wstring_view function);
 
+/// The exception being handled as a ComError, whatever it is. The thread's error information is taken along.
+com::ComError CurrentRunTimeError();
+
+/// The error's own text; where it has none, what its number means. Never empty.
+std::wstring DescriptionOf(const com::ComError& error);
+
 /// The same for an error that is no longer being handled.
 std::wstring RunTimeErrorText(const com::ComError& error, std::wstring_view function);
 

@@ -8,12 +8,12 @@
 
 #include "com/ComPtr.h"
 #include "com/Variant.h"
+#include "component/engine/FailureReason.h"
 
 namespace zu::component {
 
-/// Runs `body` and swallows what it throws: the public functions and the members of an open table never
-/// raise, they answer the result that they had reached. The thread's error information is left clean, since
-/// nobody is meant to ask for it.
+/// Runs `body` and swallows what it throws, for what may fail without harm. The thread's error information is
+/// left clean, since nobody is meant to ask for it.
 template <class Body>
 void Trap(Body&& body) noexcept {
     try {
@@ -23,12 +23,23 @@ void Trap(Body&& body) noexcept {
     }
 }
 
+/// As Trap, for whole functions: the public ones and the members of an open table never raise, they answer
+/// the result that they had reached, and the engine's last error says why.
+template <class Body>
+void TrapAndTell(Body&& body) noexcept {
+    try {
+        std::forward<Body>(body)();
+    } catch (...) {
+        TellCurrentException();
+    }
+}
+
 /// The boundary of a function with a plain result: `*result` is `failure` until `body` has answered.
 template <class T, class Body>
 HRESULT Trapped(T* result, T failure, Body&& body) noexcept {
     if (!result) return E_POINTER;
     *result = failure;
-    Trap([&] { *result = std::forward<Body>(body)(); });
+    TrapAndTell([&] { *result = std::forward<Body>(body)(); });
     return S_OK;
 }
 
@@ -37,7 +48,7 @@ template <class T, class Body>
 HRESULT Trapped(T** result, Body&& body) noexcept {
     if (!result) return E_POINTER;
     *result = nullptr;
-    Trap([&] { *result = std::forward<Body>(body)().detach(); });
+    TrapAndTell([&] { *result = std::forward<Body>(body)().detach(); });
     return S_OK;
 }
 
@@ -46,7 +57,7 @@ template <class Body>
 HRESULT Trapped(VARIANT* result, Body&& body) noexcept {
     if (!result) return E_POINTER;
     VariantInit(result);
-    Trap([&] { *result = std::forward<Body>(body)().detach(); });
+    TrapAndTell([&] { *result = std::forward<Body>(body)().detach(); });
     return S_OK;
 }
 

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <string>
+
 #include "com/ComError.h"
 #include "com/ComPtr.h"
 #include "idl/JobReports.h"
@@ -19,9 +21,11 @@ public:
 
     /// False when the user wants the job to end, after so many records.
     bool GoesOnAfter(LONG done) const noexcept { return !reports_ || reports_->ReportJob(done) != E_ABORT; }
+    /// What is told of a job that the user has ended.
+    static std::wstring EndedByUser(LONG done);
     /// The same for jobs that end by an error: throws ComError.
     void Reached(LONG done) const {
-        if (!GoesOnAfter(done)) throw com::ComError(E_ABORT, L"Ended by the user");
+        if (!GoesOnAfter(done)) throw com::ComError(E_ABORT, EndedByUser(done));
     }
 
 private:

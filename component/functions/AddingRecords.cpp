@@ -6,6 +6,7 @@
 #include "component/table/DataView.h"
 #include "component/table/KeyCondition.h"
 #include "component/table/OptionalArgument.h"
+#include "component/table/ShownArgument.h"
 #include "component/table/TableReference.h"
 
 namespace zu::component {
@@ -45,6 +46,7 @@ bool AddRecord(const ComPtr<ZuDataView>& view, ZuDataView** fieldValues) {
 }  // namespace
 
 STDMETHODIMP Functions::DbfAddNew(VARIANT TableDefn, ZuDataView** FieldValues, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         TableReference table;
         if (!table.Open(TableDefn)) return false;
@@ -55,6 +57,7 @@ STDMETHODIMP Functions::DbfAddNew(VARIANT TableDefn, ZuDataView** FieldValues, V
 
 STDMETHODIMP Functions::DbfConditionalAddNew(VARIANT TableDefn, ZuDataView** FieldValues,
                                              VARIANT* IndexKeyValue, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         TableReference table;
         if (!table.Open(TableDefn)) return false;
@@ -63,7 +66,13 @@ STDMETHODIMP Functions::DbfConditionalAddNew(VARIANT TableDefn, ZuDataView** Fie
         const ComPtr<ZuDataView> found = IsCondition(key)
                                              ? table.FilterFlagged(key, OneRecord())
                                              : table.LookupFlagged(key, Variant(true), OneRecord());
-        if (!found || DataView(found).RecordCount() != 0) return false;
+        if (!found) return false;
+        if (DataView(found).RecordCount() != 0) {
+            TellReason(STG_E_FILEALREADYEXISTS,
+                       L"Nothing was added: a record of " + ShownSearch(TableDefn, key) + L" already",
+                       ReasonFor::Asking);
+            return false;
+        }
         return AddRecord(found, FieldValues);
     });
 }

@@ -1,3 +1,7 @@
+#include <string>
+#include <utility>
+
+#include "com/ComError.h"
 #include "component/engine/EngineLink.h"
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
@@ -5,6 +9,8 @@
 #include "component/table/DataView.h"
 #include "component/table/KeyCondition.h"
 #include "component/table/OptionalArgument.h"
+#include "component/table/ReadOnly.h"
+#include "component/table/ShownArgument.h"
 #include "component/table/clsDatabaseDefn.h"
 
 namespace zu::component {
@@ -23,26 +29,41 @@ ComPtr<ZuDataView> RecordsToDelete(const VARIANT& tableDefn, const Variant& keyO
                                        : LookUpRecords(tableDefn, keyOrCondition, Variant(exact), limits);
 }
 
+void TellNothingDeleted(const VARIANT& tableDefn, const Variant& key, LONG found) {
+    const std::wstring search = ShownSearch(tableDefn, key);
+    TellReason(kNoCurrentRecord,
+               found == 0 ? L"Nothing was deleted: no record of " + search
+                          : L"Nothing was deleted: each record of " + search + L" is deleted already",
+               ReasonFor::Asking);
+}
+
 }  // namespace
 
 STDMETHODIMP Functions::DbfDelete(VARIANT TableDefn, VARIANT* IndexKeyValue, VARIANT_BOOL Exact,
                                   LONG MaxRecords, LONG* Result) {
+    const FunctionCall call;
     return Trapped(Result, LONG{0}, [&] {
         LONG deleted = 0;
-        ComPtr<ZuDataView> found = RecordsToDelete(TableDefn, GivenOr(IndexKeyValue, Variant(L"")),
-                                                   Exact != VARIANT_FALSE, MaxRecords);
+        const Variant key = GivenOr(IndexKeyValue, Variant(L""));
+        ComPtr<ZuDataView> found = RecordsToDelete(TableDefn, key, Exact != VARIANT_FALSE, MaxRecords);
         if (!found) return deleted;
         const DataView view(std::move(found));
-        if (!view.Updateable()) return deleted;
+        if (!view.Updateable()) {
+            TellReadOnly(view, TableDefn);
+            return deleted;
+        }
+        const LONG count = view.RecordCount();
         // From the end: a view may drop the rows that go.
-        for (LONG row = view.RecordCount() - 1; row >= 0; --row) {
+        for (LONG row = count - 1; row >= 0; --row) {
             if (view.Delete(row)) ++deleted;
         }
+        if (deleted == 0) TellNothingDeleted(TableDefn, key, count);
         return deleted;
     });
 }
 
 STDMETHODIMP Functions::DbfUndelete(VARIANT TableDefn, BSTR* Condition, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         clsDatabaseDefn table;
         if (!table.Define(TableDefn)) return false;
@@ -55,6 +76,7 @@ STDMETHODIMP Functions::DbfUndelete(VARIANT TableDefn, BSTR* Condition, VARIANT_
 }
 
 STDMETHODIMP Functions::DbfCleanup(VARIANT TableDefn, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         clsDatabaseDefn table;
         if (!table.Define(TableDefn)) return false;

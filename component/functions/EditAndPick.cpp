@@ -1,7 +1,9 @@
+#include "com/ComError.h"
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
 #include "component/functions/KeyLookup.h"
 #include "component/table/OptionalArgument.h"
+#include "component/table/ShownArgument.h"
 #include "component/ui/frmDBFEdit.h"
 
 namespace zu::component {
@@ -23,7 +25,13 @@ SelectionLimits AllRecords(LONG flag, const VARIANT* fieldNames) {
 /// Callers by name may leave the width out; so may others.
 FormPlace PlaceOf(LONG left, LONG top, const VARIANT& width, LONG height) {
     constexpr LONG kUsualWidth = 600;
-    return {left, top, com::IsMissing(width) ? kUsualWidth : com::Convert(width, VT_I4)->lVal, height};
+    if (com::IsMissing(width)) return {left, top, kUsualWidth, height};
+    try {
+        return {left, top, com::Convert(width, VT_I4)->lVal, height};
+    } catch (const com::ComError& error) {
+        throw com::ComError(error.code(),
+                            L"The width of the window is a number of pixels, not " + Shown(width));
+    }
 }
 
 ComPtr<ZuDataField> FieldOf(const ComPtr<ZuDataView>& view, const VARIANT& name) {
@@ -39,6 +47,7 @@ ComPtr<ZuDataField> FieldOf(const ComPtr<ZuDataView>& view, const VARIANT& name)
 STDMETHODIMP Functions::DbfEdit(VARIANT TableDefn, BSTR Title, VARIANT Condition, VARIANT Direction,
                                 LONG Height, VARIANT Width, LONG Top, LONG Left, VARIANT* FieldNames,
                                 VARIANT_BOOL AllowUndelete, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         const ComPtr<ZuDataView> view =
             LookUpRecords(TableDefn, Condition, Variant(false), AllRecords(kForUpdate, FieldNames));
@@ -53,9 +62,11 @@ STDMETHODIMP Functions::DbfEdit(VARIANT TableDefn, BSTR Title, VARIANT Condition
 STDMETHODIMP Functions::DbfPick(VARIANT TableDefn, BSTR Title, BSTR Condition, LONG Height, VARIANT Width,
                                 LONG Top, LONG Left, VARIANT* FieldNames, VARIANT* ReturnField,
                                 VARIANT* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         const ComPtr<ZuDataView> view = LookUpRecords(TableDefn, GivenText(Condition), Variant(true),
                                                       AllRecords(kForReading, FieldNames));
+        if (!view) return Variant();
         ComPtr<ZuDataView> picked;
         {
             frmDBFEdit form;

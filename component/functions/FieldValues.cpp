@@ -7,7 +7,6 @@ namespace zu::component {
 
 using com::Bstr;
 using com::Check;
-using com::Required;
 using com::Variant;
 
 namespace {
@@ -49,7 +48,11 @@ Variant EmptyDefault(LONG fieldType) {
 
 STDMETHODIMP Functions::DbfFieldValue(ZuDataField** Field, VARIANT* Result) {
     return Trapped(Result, [&] {
-        ZuDataField& field = *Required(Field ? *Field : nullptr);
+        if (!Field || !*Field)
+            throw com::ComError(
+                com::kObjectNotSet,
+                L"DbfFieldValue takes a field of a view, such as view(\"NAME\"); there is none");
+        ZuDataField& field = **Field;
         Variant value;
         Check(field.get_Value(value.put()));
         if (com::Dereference(value).vt != VT_NULL) return value;

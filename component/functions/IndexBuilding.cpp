@@ -1,10 +1,13 @@
 #include <algorithm>
 #include <string>
 
+#include "com/ComError.h"
 #include "component/engine/EngineLink.h"
+#include "component/engine/RunTimeError.h"
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
 #include "component/table/ArrayElements.h"
+#include "component/table/ShownArgument.h"
 #include "component/table/clsDatabaseDefn.h"
 
 namespace zu::component {
@@ -47,14 +50,23 @@ ComPtr<DataFieldList> KeyFieldList(const ArrayElements& fields) {
     return list;
 }
 
+ComPtr<DataFieldList> RequestedFields(const VARIANT& tableDefn, SAFEARRAY** indexFields) {
+    try {
+        return KeyFieldList(ArrayElements(indexFields ? *indexFields : nullptr));
+    } catch (const com::ComError& error) {
+        throw com::ComError(error.code(), L"Cannot make the index of " + ShownTable(tableDefn) +
+                                              L" from this list of fields: " + DescriptionOf(error));
+    }
+}
+
 }  // namespace
 
 STDMETHODIMP Functions::DbfIndex(VARIANT TableDefn, SAFEARRAY** IndexFields, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         clsDatabaseDefn table;
         if (!table.Define(TableDefn)) return false;
-        const ComPtr<DataFieldList> fields =
-            KeyFieldList(ArrayElements(IndexFields ? *IndexFields : nullptr));
+        const ComPtr<DataFieldList> fields = RequestedFields(TableDefn, IndexFields);
         VARIANT_BOOL built = VARIANT_FALSE;
         Check(Engine().data().DatabaseService()->CreateIndex(table.DataBaseName().get(),
                                                              table.TableName().get(), fields.get(), &built));

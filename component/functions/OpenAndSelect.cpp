@@ -18,6 +18,7 @@ constexpr LONG kNoCount = -1;
 }  // namespace
 
 STDMETHODIMP Functions::DbfOpen(VARIANT TableDefn, _ZuDbRef** Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         const ComPtr<ZuDbRef> table = com::MakeObject<ZuDbRef>();
         return table->reference().Open(TableDefn) ? ComPtr<_ZuDbRef>(table.get()) : ComPtr<_ZuDbRef>();
@@ -26,6 +27,7 @@ STDMETHODIMP Functions::DbfOpen(VARIANT TableDefn, _ZuDbRef** Result) {
 
 STDMETHODIMP Functions::DbfSelect(VARIANT TableDefn, BSTR Condition, VARIANT* FieldNames, LONG MaxRecords,
                                   ZuDataView** Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         return SelectRecords(TableDefn, GivenText(Condition), {MaxRecords, 0, Given(FieldNames)});
     });
@@ -33,6 +35,7 @@ STDMETHODIMP Functions::DbfSelect(VARIANT TableDefn, BSTR Condition, VARIANT* Fi
 
 STDMETHODIMP Functions::DbfLookup(VARIANT TableDefn, VARIANT* IndexKeyValue, VARIANT Exact,
                                   VARIANT* FieldNames, LONG MaxRecords, ZuDataView** Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         return LookUpRecords(TableDefn, GivenOr(IndexKeyValue, Variant(L"")), GivenOr(&Exact, Variant(true)),
                              {MaxRecords, 0, Given(FieldNames)});
@@ -40,6 +43,7 @@ STDMETHODIMP Functions::DbfLookup(VARIANT TableDefn, VARIANT* IndexKeyValue, VAR
 }
 
 STDMETHODIMP Functions::DbfCount(VARIANT TableDefn, BSTR Condition, LONG* Result) {
+    const FunctionCall call;
     return Trapped(Result, kNoCount, [&] {
         const Variant noFields(SHORT{0});
         ComPtr<ZuDataView> view = SelectRecords(TableDefn, GivenText(Condition), {0, 0, noFields});

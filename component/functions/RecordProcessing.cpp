@@ -1,3 +1,4 @@
+#include "com/ComError.h"
 #include "component/engine/EngineLink.h"
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
@@ -17,9 +18,10 @@ STDMETHODIMP Functions::DbfProcess(VARIANT TableDefn, BSTR RoutineName, BSTR Con
                                    VARIANT* Argument2, VARIANT* Argument3, VARIANT* Argument4,
                                    VARIANT* Argument5, VARIANT* Argument6, VARIANT* Argument7,
                                    VARIANT* Argument8, VARIANT* Argument9, LONG* Result) {
+    const FunctionCall call;
     if (!Result) return E_POINTER;
     *Result = 0;
-    Trap([&] {
+    TrapAndTell([&] {
         const EngineMessages& messages = Engine().messages();
         messages.Trace(L"entered DbfProcess");
         if (com::View(RoutineName).empty()) {
@@ -37,12 +39,24 @@ STDMETHODIMP Functions::DbfProcess(VARIANT TableDefn, BSTR RoutineName, BSTR Con
 }
 
 STDMETHODIMP Functions::DbfReplace(SAFEARRAY** params, VARIANT* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         const EngineContext& context = Engine().context();
         ComPtr<ZuDataView> current = IsDataView(context.Value(context.HandleOf(ContextItem::kDataView)));
-        if (!current) return Variant();
+        if (!current) {
+            TellReason(
+                com::kObjectNotSet,
+                L"DbfReplace changes the record that DbfProcess has in hand: call it in the routine that "
+                L"DbfProcess calls");
+            return Variant();
+        }
         const FieldPairs pairs(params ? *params : nullptr);
-        if (!pairs.isComplete()) return Variant();
+        if (!pairs.isComplete()) {
+            TellReason(
+                static_cast<HRESULT>(EngineError::kUpdateListFault),
+                L"DbfReplace takes pairs: a field name, its new value, the next field name, and so on");
+            return Variant();
+        }
         DataView view(std::move(current));
         pairs.PutInto(view);
         return Variant(view.Update());

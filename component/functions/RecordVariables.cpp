@@ -1,3 +1,4 @@
+#include "com/ComError.h"
 #include "component/engine/EngineLink.h"
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
@@ -7,7 +8,6 @@ namespace zu::component {
 
 using com::Check;
 using com::ComPtr;
-using com::Required;
 using com::Variant;
 
 namespace {
@@ -18,6 +18,7 @@ constexpr LONG kOneRecord = 1;
 }  // namespace
 
 STDMETHODIMP Functions::DbfVarDeclare(VARIANT TableDefn, ZuDataView** Result) {
+    const FunctionCall call;
     return Trapped(Result, [&]() -> ComPtr<ZuDataView> {
         TableReference table;
         if (!table.Open(TableDefn)) return nullptr;
@@ -32,8 +33,12 @@ STDMETHODIMP Functions::DbfVarDeclare(VARIANT TableDefn, ZuDataView** Result) {
 
 STDMETHODIMP Functions::DbfVarReset(ZuDataView** View, VARIANT* Result) {
     return Trapped(Result, [&] {
-        const ComPtr<ZuDataView> view(Required(View ? *View : nullptr));
-        Check(view.as<ZuRecordVariable>()->Reset());
+        ComPtr<ZuRecordVariable> variable;
+        if (View && *View) variable = com::Share(*View).tryAs<ZuRecordVariable>();
+        if (!variable)
+            throw com::ComError(com::kTypeMismatch,
+                                L"DbfVarReset takes a record variable that DbfVarDeclare made");
+        Check(variable->Reset());
         return Variant();
     });
 }

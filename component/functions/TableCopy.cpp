@@ -1,5 +1,7 @@
 #include "component/table/TableCopy.h"
 
+#include <string>
+
 #include "component/engine/EngineLink.h"
 #include "component/engine/RunTimeError.h"
 #include "component/engine/Trapped.h"
@@ -12,15 +14,23 @@ using com::Variant;
 
 namespace {
 
+/// The row at which a copy has ended, in front of what has ended it; nothing before the first one.
+std::wstring PlaceOf(const CopyOutcome& outcome) {
+    return outcome.rows() == 0 ? std::wstring()
+                               : L"Row " + std::to_wstring(outcome.rows()) + L" of the copy: ";
+}
+
 /// The boundary of a copy: an error ends it, and the engine's log says which.
 template <class Body>
-HRESULT TrappedCopy(const wchar_t* function, VARIANT_BOOL* result, Body&& body) noexcept {
+HRESULT TrappedCopy(const wchar_t* function, VARIANT_BOOL* result, const CopyOutcome& outcome,
+                    Body&& body) noexcept {
     if (!result) return E_POINTER;
     *result = VARIANT_FALSE;
     Trap([&] {
         try {
             *result = com::ToVariantBool(std::forward<Body>(body)());
         } catch (...) {
+            TellCurrentException(PlaceOf(outcome));
             Engine().messages().Trace(RunTimeErrorText(function));
         }
     });
@@ -50,8 +60,9 @@ STDMETHODIMP Functions::DbfFromDbf(VARIANT DestTableDefn, VARIANT SourceTableDef
                                    VARIANT SourceFieldNames, LONG MaxRecords, VARIANT DestFieldNames,
                                    VARIANT* RowCount, VARIANT* AddedCount, VARIANT* FailedRowIndexes,
                                    VARIANT_BOOL* Result) {
+    const FunctionCall call;
     CopyOutcome outcome(!com::IsMissing(FailedRowIndexes));
-    const HRESULT answer = TrappedCopy(L"DbfFromDbf", Result, [&] {
+    const HRESULT answer = TrappedCopy(L"DbfFromDbf", Result, outcome, [&] {
         return Append{DestTableDefn,
                       SourceTableDefn,
                       GivenText(Condition),
@@ -66,8 +77,9 @@ STDMETHODIMP Functions::DbfFromDbf(VARIANT DestTableDefn, VARIANT SourceTableDef
 STDMETHODIMP Functions::DbfToDbf(VARIANT SourceTableDefn, VARIANT DestTableDefn, BSTR Condition,
                                  VARIANT SourceFieldNames, LONG MaxRecords, VARIANT* RowCount,
                                  VARIANT* AddedCount, VARIANT* FailedRowIndexes, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     CopyOutcome outcome(!com::IsMissing(FailedRowIndexes));
-    const HRESULT answer = TrappedCopy(L"DbfToDbf", Result, [&] {
+    const HRESULT answer = TrappedCopy(L"DbfToDbf", Result, outcome, [&] {
         TableCopy copy(outcome);
         if (!copy.SelectSource(SourceTableDefn, GivenText(Condition),
                                {MaxRecords, 0, Given(&SourceFieldNames)})) {
@@ -87,8 +99,9 @@ STDMETHODIMP Functions::DbfFromDbfCorresponding(VARIANT DestTableDefn, VARIANT S
                                                 VARIANT DestFieldNames, VARIANT* RowCount,
                                                 VARIANT* AddedCount, VARIANT* FailedRowIndexes,
                                                 VARIANT_BOOL* Result) {
+    const FunctionCall call;
     CopyOutcome outcome(!com::IsMissing(FailedRowIndexes));
-    const HRESULT answer = TrappedCopy(L"DbfFromDbfCorresponding", Result, [&] {
+    const HRESULT answer = TrappedCopy(L"DbfFromDbfCorresponding", Result, outcome, [&] {
         return Append{DestTableDefn,
                       SourceTableDefn,
                       GivenText(Condition),

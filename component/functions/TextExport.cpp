@@ -5,8 +5,11 @@
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
 #include "component/table/OptionalArgument.h"
+#include "component/table/ShownArgument.h"
 #include "component/table/TableReference.h"
 #include "component/textio/FormatChoice.h"
+#include "portable/error/Error.h"
+#include "portable/text/Utf.h"
 
 namespace zu::component {
 
@@ -26,7 +29,10 @@ struct Export {
 
     bool Run() const {
         const ComPtr<ZuExportFormat> format = ChooseExportFormat(definition, formatName);
-        if (!format) return false;
+        if (!format) {
+            TellUnknownFormat(L"export", formatName);
+            return false;
+        }
         TableReference table;
         if (!table.Open(source)) return false;
         ComPtr<ZuDataView> records = table.FilterFlagged(condition, limits);
@@ -34,7 +40,12 @@ struct Export {
         DataView view(std::move(records));
         TextExport file(path, format->format());
         const WatchedJob job(L"export", 0);
-        file.Write(view, &job);
+        try {
+            file.Write(view, &job);
+        } catch (const Error& error) {
+            throw Error(error.kind(), text::ToUtf8(com::AsUtf16(L"The " + ShownTable(source))) +
+                                          " was not exported to its end: " + error.what());
+        }
         if (file.missingCharacters() != 0)
             Engine().messages().Trace(
                 std::wstring(kFunction) + L": " + std::to_wstring(file.missingCharacters()) +
@@ -49,10 +60,12 @@ template <class MakeJob>
 HRESULT TrappedExport(VARIANT_BOOL* result, MakeJob&& makeJob) noexcept {
     if (!result) return E_POINTER;
     *result = VARIANT_FALSE;
+    const FunctionCall call;
     Trap([&] {
         try {
             *result = com::ToVariantBool(makeJob().Run());
         } catch (...) {
+            TellCurrentException();
             Engine().messages().Trace(RunTimeErrorText(kFunction));
         }
     });

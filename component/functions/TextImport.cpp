@@ -63,14 +63,16 @@ HRESULT TrappedImport(VARIANT_BOOL* result, _ZuDbfControl** definition, std::wst
                       const Import& job, const Outputs& outputs) noexcept {
     if (!result) return E_POINTER;
     *result = VARIANT_FALSE;
-    Trap([&] {
+    const FunctionCall call;
+    TrapAndTell([&] {
         const ComPtr<ZuImportFormat> format = ChooseImportFormat(definition, formatName);
-        if (!format) return;
+        if (!format) return TellUnknownFormat(L"import", formatName);
         CopyOutcome outcome(!com::IsMissing(outputs.failedRowIndexes));
         Trap([&] {
             try {
                 *result = com::ToVariantBool(job.Run(format->format(), outcome));
             } catch (...) {
+                TellCurrentException();
                 Engine().messages().Trace(RunTimeErrorText(kFunction));
             }
         });

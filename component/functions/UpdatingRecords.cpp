@@ -1,3 +1,4 @@
+#include "com/ComError.h"
 #include "component/engine/EngineLink.h"
 #include "component/engine/Trapped.h"
 #include "component/functions/Functions.h"
@@ -5,6 +6,8 @@
 #include "component/table/DataView.h"
 #include "component/table/FieldPairs.h"
 #include "component/table/OptionalArgument.h"
+#include "component/table/ReadOnly.h"
+#include "component/table/ShownArgument.h"
 
 namespace zu::component {
 
@@ -14,6 +17,7 @@ using com::Variant;
 
 STDMETHODIMP Functions::DbfUpdate(VARIANT TableDefn, VARIANT* IndexKeyValue, SAFEARRAY** UpdateInfo,
                                   VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         const FieldPairs pairs(UpdateInfo ? *UpdateInfo : nullptr);
         if (!pairs.isComplete()) {
@@ -21,17 +25,27 @@ STDMETHODIMP Functions::DbfUpdate(VARIANT TableDefn, VARIANT* IndexKeyValue, SAF
             return false;
         }
         // Not exact, unlike the other functions: the beginning of a key is enough to name a record.
-        ComPtr<ZuDataView> found = LookUpRecords(TableDefn, GivenOr(IndexKeyValue, Variant(L"")),
-                                                 Variant(false), {1, 0, Variant::Missing()});
+        const Variant key = GivenOr(IndexKeyValue, Variant(L""));
+        ComPtr<ZuDataView> found = LookUpRecords(TableDefn, key, Variant(false), {1, 0, Variant::Missing()});
         if (!found) return false;
         DataView view(std::move(found));
-        if (!view.Updateable()) return false;
-        pairs.PutInto(view);
+        if (!view.Updateable()) {
+            TellReadOnly(view, TableDefn);
+            return false;
+        }
+        try {
+            pairs.PutInto(view);
+        } catch (const com::ComError& error) {
+            if (error.code() != kNoCurrentRecord) throw;
+            throw com::ComError(error.code(),
+                                L"Nothing was changed: no record of " + ShownSearch(TableDefn, key));
+        }
         return view.Update();
     });
 }
 
 STDMETHODIMP Functions::DbfModify(VARIANT, VARIANT, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         Engine().messages().RaiseError(EngineError::kFunctionMissing, SafeArray::Of({Variant(L"DbfModify")}));
         return false;

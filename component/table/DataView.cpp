@@ -24,10 +24,6 @@ DataView::DataView(ComPtr<ZuDataView> view) : view_(std::move(view)) {
     Required(view_.get());
 }
 
-DataView DataView::FromValue(const VARIANT& value) {
-    return DataView(com::ObjectOf<IUnknown>(value).as<ZuDataView>());
-}
-
 LONG DataView::RecordCount() const {
     LONG count = 0;
     Check(view_->get_RecordCount(kReserved, &count));

@@ -14,9 +14,6 @@ class DataView {
 public:
     /// Throws "object variable not set" for null.
     explicit DataView(com::ComPtr<ZuDataView> view);
-    /// The view that a script's value holds. Throws "type mismatch" for a content that is no view, and
-    /// "object variable not set" for no object.
-    static DataView FromValue(const VARIANT& value);
 
     LONG RecordCount() const;
     /// 0 for the first record.

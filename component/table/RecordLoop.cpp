@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "component/engine/FailureReason.h"
 #include "component/engine/WatchedJob.h"
 
 namespace zu::component {
@@ -22,8 +23,13 @@ void RecordLoop::Run(com::SafeArray& arguments) {
     context_.Set(viewItem_, Variant(static_cast<IDispatch*>(view_.get())));
     const WatchedJob job(L"process", 0);
     view_.MoveFirst();
-    while (!view_.Eof() && ProcessRecord(arguments) && job.GoesOnAfter(processed_))
+    while (!view_.Eof() && ProcessRecord(arguments)) {
+        if (!job.GoesOnAfter(processed_)) {
+            TellReason(E_ABORT, WatchedJob::EndedByUser(processed_), ReasonFor::Asking);
+            break;
+        }
         view_.MoveNext();
+    }
     context_.Set(viewItem_, savedView);
     context_.Set(numberItem_, savedNumber);
 }

@@ -64,6 +64,13 @@ void RowCopy::PairByName() {
     }
 }
 
+void RowCopy::TellNothingCopied() const {
+    TellReason(com::kSubscriptOutOfRange,
+               pairs_.empty() ? L"No row was copied: the two tables have no field of the same name"
+                              : L"A row was not copied: no value fits into the field of its name",
+               ReasonFor::Asking);
+}
+
 bool RowCopy::CopyFields() {
     if (match_ == FieldMatch::kPosition) {
         for (const Pair& pair : pairs_)
@@ -77,6 +84,7 @@ bool RowCopy::CopyFields() {
             anyCopied = true;
         });
     }
+    if (!anyCopied) TellNothingCopied();
     return anyCopied;
 }
 

@@ -34,6 +34,7 @@ private:
     void PairByPosition();
     void PairByName();
     bool CopyFields();
+    void TellNothingCopied() const;
 
     DataView& source_;
     DataView& destination_;

@@ -2,6 +2,7 @@
 
 #include "com/ComError.h"
 #include "component/engine/EngineLink.h"
+#include "component/engine/FailureReason.h"
 #include "component/table/DataView.h"
 #include "component/table/KeyFields.h"
 #include "component/table/clsDatabaseDefn.h"
@@ -23,6 +24,11 @@ ComPtr<ZuDataView> AsView(const ComPtr<IDispatch>& object) {
     return object ? object.as<ZuDataView>() : ComPtr<ZuDataView>();
 }
 
+void TellClosed() {
+    TellReason(com::kObjectNotSet,
+               L"The table is not open: open it with DbfOpen, and use it before its CloseTable");
+}
+
 }  // namespace
 
 bool TableReference::SetDefinition(const VARIANT& tableDefn) noexcept {
@@ -35,6 +41,7 @@ bool TableReference::SetDefinition(const VARIANT& tableDefn) noexcept {
         tableName_ = std::move(tableName);
         return true;
     } catch (...) {
+        TellCurrentException();
         return false;
     }
 }
@@ -50,6 +57,7 @@ bool TableReference::Open(const VARIANT& tableDefn) noexcept {
                                                            table.put()));
         table_ = table ? table.as<DataTable>() : ComPtr<DataTable>();
     } catch (...) {
+        TellCurrentException();
         return false;
     }
     return static_cast<bool>(table_);
@@ -62,7 +70,10 @@ ComPtr<DataIndex> TableReference::CurrentIndex() const {
 }
 
 bool TableReference::OpenIndex(BSTR* indexName) const noexcept {
-    if (!table_) return false;
+    if (!table_) {
+        TellClosed();
+        return false;
+    }
     try {
         VARIANT_BOOL opened = VARIANT_FALSE;
         Check(table_->OpenIndex(indexName, &opened));
@@ -83,7 +94,10 @@ bool TableReference::OpenDefaultIndex() const noexcept {
 
 ComPtr<ZuDataView> TableReference::FilterFlagged(const VARIANT& condition,
                                                  const SelectionLimits& limits) const {
-    if (!table_) return nullptr;
+    if (!table_) {
+        TellClosed();
+        return nullptr;
+    }
     ComPtr<IDispatch> view;
     Check(table_->Select(Variant(condition), Variant(limits.maxRecords), limits.flag, limits.fieldNames,
                          view.put()));
@@ -92,7 +106,10 @@ ComPtr<ZuDataView> TableReference::FilterFlagged(const VARIANT& condition,
 
 ComPtr<ZuDataView> TableReference::LookupFlagged(const VARIANT& key, const VARIANT& exact,
                                                  const SelectionLimits& limits) const {
-    if (!table_) return nullptr;
+    if (!table_) {
+        TellClosed();
+        return nullptr;
+    }
     const ComPtr<DataIndex> index = CurrentIndex();
     if (!index) return FilterFlagged(Variant(L""), limits);
     LoadKey(*index, com::IsMissing(key) ? Variant(L"") : Variant(key), exact);

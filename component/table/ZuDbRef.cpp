@@ -22,6 +22,7 @@ com::DispatchOptions ZuDbRef::dispatchOptions() noexcept {
 }
 
 STDMETHODIMP ZuDbRef::OpenIndex(BSTR* Indexname, VARIANT_BOOL* Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         return Indexname && *Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex();
     });
@@ -33,6 +34,7 @@ STDMETHODIMP ZuDbRef::CloseTable() {
 }
 
 STDMETHODIMP ZuDbRef::Filter(VARIANT Condition, LONG MaxRecords, VARIANT* FieldNames, ZuDataView** Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         return reference_.FilterFlagged(Condition, {MaxRecords, 0, Given(FieldNames)});
     });
@@ -42,9 +44,10 @@ STDMETHODIMP ZuDbRef::Process(BSTR RoutineName, BSTR Condition, VARIANT FieldNam
                               VARIANT* Argument0, VARIANT* Argument1, VARIANT* Argument2, VARIANT* Argument3,
                               VARIANT* Argument4, VARIANT* Argument5, VARIANT* Argument6, VARIANT* Argument7,
                               VARIANT* Argument8, VARIANT* Argument9, LONG* Result) {
+    const FunctionCall call;
     if (!Result) return E_POINTER;
     *Result = 0;
-    Trap([&] {
+    TrapAndTell([&] {
         const ArgumentList arguments = {Argument0, Argument1, Argument2, Argument3, Argument4,
                                         Argument5, Argument6, Argument7, Argument8, Argument9};
         ProcessTable(reference_, RoutineName, GivenText(Condition), {MaxRecords, 0, Given(&FieldNames)},
@@ -55,6 +58,7 @@ STDMETHODIMP ZuDbRef::Process(BSTR RoutineName, BSTR Condition, VARIANT FieldNam
 
 STDMETHODIMP ZuDbRef::Lookup(VARIANT* IndexKeyValue, VARIANT Exact, LONG MaxRecords, VARIANT* FieldNames,
                              ZuDataView** Result) {
+    const FunctionCall call;
     return Trapped(Result, [&] {
         return reference_.LookupFlagged(Given(IndexKeyValue), GivenOr(&Exact, Variant(true)),
                                         {MaxRecords, 0, Given(FieldNames)});

@@ -4,7 +4,9 @@
 
 #include "com/ComError.h"
 #include "component/engine/EngineLink.h"
+#include "component/engine/FailureReason.h"
 #include "component/table/ArrayElements.h"
+#include "component/table/ShownArgument.h"
 
 namespace zu::component {
 
@@ -21,6 +23,13 @@ std::wstring JoinedText(const Variant& value) {
     return value.type() == VT_NULL ? std::wstring() : value.ToText().str();
 }
 
+void TellUnknownForm(const VARIANT& definition) {
+    TellReason(com::kTypeMismatch,
+               L"A table is named by a text such as \"folder>table\", or by an array with "
+               L"the folder or file as its first element; it was named by " +
+                   Shown(definition));
+}
+
 }  // namespace
 
 bool clsDatabaseDefn::Define(const VARIANT& definition) noexcept {
@@ -28,8 +37,12 @@ bool clsDatabaseDefn::Define(const VARIANT& definition) noexcept {
     try {
         definition_ = Variant(definition);
         recognised = Parse();
-        if (recognised) AddDefaultTechnology();
+        if (recognised)
+            AddDefaultTechnology();
+        else
+            TellUnknownForm(definition_);
     } catch (...) {
+        if (!recognised) TellCurrentException();
         return recognised;
     }
     return recognised;

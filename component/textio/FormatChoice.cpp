@@ -1,5 +1,9 @@
 #include "component/textio/FormatChoice.h"
 
+#include <string>
+
+#include "com/ComError.h"
+#include "component/engine/FailureReason.h"
 #include "component/textio/Internals.h"
 #include "component/textio/ZuDbfControl.h"
 
@@ -20,7 +24,9 @@ ComPtr<_ZuDbfControl> ChosenControl(_ZuDbfControl** definition) {
 template <class Formats>
 auto Named(IUnknown* formats, std::wstring_view name) {
     const ComPtr<Formats> own = Internals<Formats>(formats);
-    if (!own) throw com::ComError(com::kTypeMismatch, L"The formats are those of another component");
+    if (!own)
+        throw com::ComError(com::kTypeMismatch,
+                            L"The import or export definition is none that ZuDBFFunctions.ZuDbfControl made");
     return own->formats().Find(name);
 }
 
@@ -36,6 +42,16 @@ ComPtr<ZuImportFormat> ChooseImportFormat(_ZuDbfControl** definition, std::wstri
     ComPtr<_ZuImportFormats> formats;
     Check(ChosenControl(definition)->get_ImportFormats(formats.put()));
     return Named<ZuImportFormats>(formats.get(), name);
+}
+
+void TellUnknownFormat(const wchar_t* kind, std::wstring_view name) noexcept {
+    try {
+        TellReason(com::kSubscriptOutOfRange,
+                   std::wstring(L"There is no ") + kind + L" format named \"" + std::wstring(name) +
+                       L"\" in the definition that the function was given; without a definition there are "
+                       L"\"Delimited\" and \"Fixed\"");
+    } catch (...) {  // NOLINT(bugprone-empty-catch): no memory for a text; the caller has the failure value
+    }
 }
 
 }  // namespace zu::component

@@ -16,6 +16,9 @@ namespace zu::component {
 com::ComPtr<ZuExportFormat> ChooseExportFormat(_ZuDbfControl** definition, std::wstring_view name);
 com::ComPtr<ZuImportFormat> ChooseImportFormat(_ZuDbfControl** definition, std::wstring_view name);
 
+/// Tells that there is no format of this name; `kind` is "export" or "import".
+void TellUnknownFormat(const wchar_t* kind, std::wstring_view name) noexcept;
+
 /// The name in an optional argument; a null text is "Delimited".
 inline std::wstring_view FormatNameOf(const BSTR* argument) noexcept {
     return argument && *argument ? com::View(*argument) : std::wstring_view(L"Delimited");

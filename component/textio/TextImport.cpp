@@ -110,13 +110,13 @@ void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path, co
         notes_.BeginLine();
         filling_ = false;
         Fate fate = Fate::Failed;
-        std::wstring reason = L"the table refused the record";
+        std::optional<com::ComError> error;
         try {
             fate = AddRecord(cutter, line, wholeRows);
         } catch (...) {
-            reason = ErrorInField();
+            error = CurrentRunTimeError();
         }
-        if (fate == Fate::Failed) Report(reason, number, path);
+        if (fate == Fate::Failed) Report(error, number, path);
         if (fate != Fate::Rejected) outcome_.EndRow(fate == Fate::Added);
         if (job_) job_->Reached(outcome_.rows());
     }
@@ -182,12 +182,6 @@ void TextImport::FillFields(textio::LineCutter<Char>& cutter) {
     filling_ = false;
 }
 
-std::wstring TextImport::ErrorInField() const {
-    std::wstring error = RunTimeErrorText(kFunction);
-    if (!filling_) return error;
-    return L"field " + NameOf(notes_.field()) + L" does not take " + Quoted(token_) + L": " + error;
-}
-
 std::wstring TextImport::NameOf(std::size_t field) const {
     Bstr name;
     if (FAILED(fields_[field].target->get_Name(name.put())) || name.empty())
@@ -195,14 +189,21 @@ std::wstring TextImport::NameOf(std::size_t field) const {
     return name.str();
 }
 
-void TextImport::Report(const std::wstring& reason, std::uint64_t line, std::wstring_view path) const {
+void TextImport::Report(const std::optional<com::ComError>& error, std::uint64_t line,
+                        std::wstring_view path) const {
     Trap([&] {
-        std::wstring text = L"Row " + std::to_wstring(outcome_.rows()) + L" (line " + std::to_wstring(line) +
-                            L") of " + std::wstring(path) + L" was not added: " + reason;
+        std::wstring where = L"Row " + std::to_wstring(outcome_.rows()) + L" (line " + std::to_wstring(line) +
+                             L") of " + std::wstring(path) + L" was not added: ";
+        if (error && filling_)
+            where += L"field " + NameOf(notes_.field()) + L" does not take " + Quoted(token_) + L": ";
+        std::wstring remarks;
         for (const FieldNotes::Note& note : notes_.notes())
-            text += L"; field " + NameOf(note.field) + L" holds " + Quoted(note.token) + L" where " +
-                    note.expected + L" was expected";
-        Engine().messages().Trace(text);
+            remarks += L"; field " + NameOf(note.field) + L" holds " + Quoted(note.token) + L" where " +
+                       note.expected + L" was expected";
+        if (error) TellReason(error->code(), where + DescriptionOf(*error) + remarks, ReasonFor::Asking);
+        Engine().messages().Trace(
+            where + (error ? RunTimeErrorText(*error, kFunction) : L"the table refused the record") +
+            remarks);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,10 +57,10 @@ private:
     bool AddAtOnce(textio::LineCutter<char>& cutter, std::string_view line, const GatheredRows& rows);
     template <class Char>
     void FillFields(textio::LineCutter<Char>& cutter);
-    /// Runs inside a catch block.
-    std::wstring ErrorInField() const;
     std::wstring NameOf(std::size_t field) const;
-    void Report(const std::wstring& reason, std::uint64_t line, std::wstring_view path) const;
+    /// The log and the last error learn why a row was not added. Without an error the table has refused it,
+    /// and has said why itself.
+    void Report(const std::optional<com::ComError>& error, std::uint64_t line, std::wstring_view path) const;
 
     DataView& view_;
     const textio::ImportFormat& format_;

@@ -38,7 +38,13 @@ void Window::Create(const Style& style, const wchar_t* title, HWND parent, const
     CreateWindowExW(style.extendedStyle, style.className, title, style.style, place.left, place.top, size.cx,
                     size.cy, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), com::Module::handle(),
                     this);
-    if (!window_) throw com::ComError(HRESULT_FROM_WIN32(GetLastError()), L"The window could not be opened");
+    if (window_) return;
+    const DWORD error = GetLastError();
+    throw com::ComError(
+        error ? HRESULT_FROM_WIN32(error) : E_ACCESSDENIED,
+        L"The window could not be opened: this program has no screen to show it on, or the system "
+        L"refuses it (error " +
+            std::to_wstring(error) + L")");
 }
 
 void Window::Destroy() noexcept {

@@ -23,12 +23,29 @@ std::wstring InsertionText(const VARIANT& argument) {
 
 }  // namespace
 
-void Messages::Remember(LONG code, std::wstring_view text) noexcept {
+void Messages::Forget() noexcept {
+    // The texts keep their memory: the functions of a loop begin with this.
+    for (LastError* const error : {&last_, &lasting_}) {
+        error->code = 0;
+        error->text.clear();
+    }
+    told_ = false;
+}
+
+void Messages::ForgetTolerated() noexcept {
+    if (lasting_.code != 0 || last_.code != 0) Remember(last_, lasting_.code, lasting_.text);
+}
+
+bool Messages::HasTold(LONG code, std::wstring_view text) const noexcept {
+    return told_ && lasting_.code == code && text.ends_with(lasting_.text);
+}
+
+void Messages::Remember(LastError& error, LONG code, std::wstring_view text) noexcept {
     try {
-        last_.code = code;
-        last_.text = text;
+        error.code = code;
+        error.text = text;
     } catch (...) {
-        last_.text.clear();
+        error.text.clear();
     }
 }
 
@@ -43,13 +60,22 @@ void Messages::Warn(std::wstring_view text) noexcept {
 }
 
 void Messages::Report(LONG code, std::wstring_view text) noexcept {
-    Remember(code, text);
+    Remember(last_, code, text);
+    Remember(lasting_, code, text);
+    told_ = true;
     Log::Instance().Write(LogLevel::Error, text);
     Tell(L"Report", &code, text);
 }
 
 void Messages::Note(LONG code, std::wstring_view text) noexcept {
-    Remember(code, text);
+    Remember(last_, code, text);
+    Log::Instance().Write(LogLevel::Debug, text);
+}
+
+void Messages::Keep(LONG code, std::wstring_view text) noexcept {
+    Remember(last_, code, text);
+    Remember(lasting_, code, text);
+    told_ = false;
     Log::Instance().Write(LogLevel::Debug, text);
 }
 

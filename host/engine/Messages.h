@@ -33,6 +33,8 @@ public:
     void Report(LONG code, std::wstring_view text) noexcept;
     /// A failure that the caller is told by its HRESULT: last error and log (level debug).
     void Note(LONG code, std::wstring_view text) noexcept;
+    /// As Note, for what stays the last error also when the call in which it came up succeeds.
+    void Keep(LONG code, std::wstring_view text) noexcept;
     /// Something that was tolerated: log and, while tracing, listener.
     void Warn(std::wstring_view text) noexcept;
 
@@ -42,7 +44,11 @@ public:
     void EndProgress() noexcept;
 
     const LastError& lastError() const noexcept { return last_; }
-    void Forget() noexcept { last_ = {}; }
+    void Forget() noexcept;
+    /// Makes what was reported or kept last the last error again: what was only noted since is forgotten.
+    void ForgetTolerated() noexcept;
+    /// True when the user has been told this, as the last of all.
+    bool HasTold(LONG code, std::wstring_view text) const noexcept;
 
     bool isTracing() const noexcept { return tracing_; }
     void SetTracing(bool tracing) noexcept { tracing_ = tracing; }
@@ -50,12 +56,14 @@ public:
     void SetListener(IDispatch* listener) noexcept;
 
 private:
-    void Remember(LONG code, std::wstring_view text) noexcept;
+    static void Remember(LastError& error, LONG code, std::wstring_view text) noexcept;
     void Tell(const wchar_t* method, const LONG* code, std::wstring_view text) noexcept;
     /// Arguments last first. Answers what the listener answered, Empty when it did not.
     com::Variant Ask(const wchar_t* method, std::span<VARIANTARG> arguments) noexcept;
 
     LastError last_;
+    LastError lasting_;  ///< the last one that was reported or kept
+    bool told_ = false;  ///< the user knows the lasting one
     com::ComPtr<IDispatch> listener_;
     bool tracing_ = false;
     bool telling_ = false;  ///< the listener is running: what it causes is not told to it again

@@ -7,8 +7,8 @@
 #include "com/Bstr.h"
 #include "com/ComError.h"
 #include "com/ConnectionPointList.h"
+#include "host/engine/ConditionFault.h"
 #include "host/engine/ExpressionValue.h"
-#include "host/engine/MessageCatalogue.h"
 #include "host/engine/Reporting.h"
 #include "portable/text/Utf.h"
 
@@ -30,12 +30,6 @@ LONG PositionOf(const Error& fault) noexcept {
 /// Only what is wrong with the expression or its values is the expression's fault.
 bool IsFault(const Error& error) noexcept {
     return error.kind() == ErrorKind::Syntax || error.kind() == ErrorKind::TypeMismatch;
-}
-
-[[noreturn]] void ThrowFault(const Error& fault) {
-    const auto code = static_cast<std::uint32_t>(MessageCode::ConditionFault);
-    throw com::ComError(static_cast<HRESULT>(code),
-                        MessageText(code, {std::to_wstring(PositionOf(fault)), Wide(fault.what())}));
 }
 
 /// Asks the clients of an expression object.
@@ -109,10 +103,11 @@ void ParserObject::Compile() {
 }
 
 com::Variant ParserObject::Run() {
+    const std::wstring formula = formula_;  // the client may put another one
     if (fault_) {
-        const Error fault = *fault_;  // the client may put another formula
+        const Error fault = *fault_;
         TellFault(fault);
-        ThrowFault(fault);
+        throw ConditionFault(fault, formula);
     }
     const std::shared_ptr<const expression::Program> program = program_;
     if (!program) return com::Variant(true);
@@ -124,7 +119,7 @@ com::Variant ParserObject::Run() {
     } catch (const Error& error) {
         if (!IsFault(error)) throw;
         if (program == program_) TellFault(error);
-        ThrowFault(error);
+        throw ConditionFault(error, formula);
     }
 }
 
@@ -132,7 +127,7 @@ void ParserObject::TellFault(const Error& fault) {
     if (told_ || events_.clients() == 0) return;
     told_ = true;
     LONG number = PositionOf(fault);
-    com::Bstr text(Wide(fault.what()));
+    com::Bstr text(FaultReason(fault, formula_));
     std::array<VARIANT, 2> arguments{};
     arguments[0].vt = VT_BYREF | VT_I4;
     arguments[0].plVal = &number;

@@ -137,6 +137,9 @@ bool Routines::Has(std::wstring_view name) {
 }
 
 com::ComPtr<IDispatch> Routines::Find(std::wstring_view name) {
+    if (name.empty())
+        throw com::ComError(DISP_E_UNKNOWNNAME,
+                            L"The name of the routine to call for each record is missing");
     if (!holder_)
         throw com::ComError(DISP_E_UNKNOWNNAME,
                             L"Routine \"" + std::wstring(name) +

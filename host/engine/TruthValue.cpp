@@ -35,7 +35,9 @@ bool TruthOfText(std::wstring_view text) {
     if (IsOneOf(kTrue, word)) return true;
     double number = 0;
     if (FAILED(VarR8FromStr(word.data(), LOCALE_INVARIANT, LOCALE_NOUSEROVERRIDE, &number)))
-        throw com::ComError(com::kTypeMismatch, L"\"" + std::wstring(text) + L"\" is no truth value");
+        throw com::ComError(
+            com::kTypeMismatch,
+            L"\"" + std::wstring(text) + L"\" is no truth value; True, False, yes, no, 1 and 0 are some");
     return number != 0;
 }
 

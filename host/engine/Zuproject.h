@@ -1,6 +1,7 @@
 #pragma once
 
 #include "com/Object.h"
+#include "idl/FailureReasons.h"
 #include "idl/JobReports.h"
 #include "idl/Zuengine.h"
 
@@ -10,7 +11,7 @@ namespace zu::host {
 /// what one of them is told counts for all (see EngineState).
 class Zuproject final
     : public com::DualObject<Zuproject, ZuProject, ZuEngineCore, ZuEngineContext, ZuEngineData,
-                             ZuEngineMessages, ZuEngineUserInterface, JobReports> {
+                             ZuEngineMessages, ZuEngineUserInterface, JobReports, FailureReasons> {
 public:
     static CLSID classId() noexcept { return __uuidof(::Project); }
 
@@ -80,6 +81,9 @@ public:
     HRESULT STDMETHODCALLTYPE BeginJob(const wchar_t* name, LONG total) noexcept override;
     HRESULT STDMETHODCALLTYPE ReportJob(LONG done) noexcept override;
     HRESULT STDMETHODCALLTYPE EndJob() noexcept override;
+    HRESULT STDMETHODCALLTYPE BeginCall() noexcept override;
+    HRESULT STDMETHODCALLTYPE EndCall() noexcept override;
+    HRESULT STDMETHODCALLTYPE TellReason(LONG code, const wchar_t* text, ReasonFor whom) noexcept override;
 };
 
 }  // namespace zu::host

@@ -23,6 +23,10 @@ com::ComPtr<ZuDataView> ValuesArgument(const VARIANT* values) {
     const com::ComPtr<IUnknown> object = com::ObjectOf<IUnknown>(content);
     if (!object && (content.vt & ~VT_BYREF) != VT_DISPATCH && (content.vt & ~VT_BYREF) != VT_UNKNOWN)
         throw com::ComError(com::kTypeMismatch, L"AddNew takes the values of a view");
+    if (!object)
+        throw com::ComError(
+            com::kObjectNotSet,
+            L"A new record takes its values from a view, such as DbfVarDeclare makes; there is none");
     return object.as<ZuDataView>();
 }
 

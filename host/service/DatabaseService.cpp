@@ -59,6 +59,13 @@ HRESULT DoneIfFound(VARIANT_BOOL* result, Audience audience, Body&& body) noexce
         Audience::User);
 }
 
+std::string ShownKey(const std::vector<technologies::IndexField>& key) {
+    std::string shown = "\"";
+    for (const technologies::IndexField& field : key)
+        shown += (shown.size() > 1 ? " + " : "") + field.text;
+    return shown + "\"";
+}
+
 }  // namespace
 
 HRESULT DatabaseService::Technologies(VARIANT* Result) noexcept {
@@ -154,10 +161,17 @@ HRESULT DatabaseService::CreateIndex(BSTR Database, BSTR Table, ::DataFieldList*
         if (NamesFieldsByNumber(Fields))
             for (const auto& field : OpenTableByName(com::View(Database), com::View(Table))->fields())
                 fields.emplace_back(field);
-        const std::vector<technologies::IndexField> key = IndexFieldsOf(Fields, fields);
         TableWork work("make the index of", com::View(Database), com::View(Table));
-        work.RunAlone(
-            [&] { work.technology().CreateIndex(work.database(), work.table(), key, work.progress()); });
+        const auto key = work.Run([&] { return IndexFieldsOf(Fields, fields); });
+        work.RunAlone([&] {
+            try {
+                work.technology().CreateIndex(work.database(), work.table(), key, work.progress());
+            } catch (const Error& error) {
+                if (error.kind() != ErrorKind::Syntax) throw;
+                throw Error(error.kind(), error.what() + std::string(", in the key ") + ShownKey(key),
+                            error.position());
+            }
+        });
     });
 }
 

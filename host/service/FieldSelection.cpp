@@ -38,7 +38,9 @@ public:
     }
 
     std::size_t ByNumber(LONG number) const {
-        if (number < 0 || static_cast<std::size_t>(number) >= fields_.size()) Missing(std::to_string(number));
+        if (number < 0 || static_cast<std::size_t>(number) >= fields_.size())
+            Missing(std::to_string(number) + ", there are " + std::to_string(fields_.size()) +
+                    " counted from 0");
         return static_cast<std::size_t>(number);
     }
 
@@ -68,7 +70,8 @@ public:
             } else if (const auto number = WholeNumber(element)) {
                 chosen.push_back(ByNumber(*number));
             } else {
-                throw com::ComError(com::kTypeMismatch, L"A list of fields holds names and numbers only");
+                throw Error(ErrorKind::TypeMismatch, "The list of fields for table " + tableName_ +
+                                                         " holds something else than names and numbers");
             }
         }
         return chosen;
@@ -124,7 +127,10 @@ std::vector<std::size_t> ChooseFields(const VARIANT& choice, const ViewFields& f
     if (com::IsArray(content) && com::UpperBound(com::ArrayOf(content)) < 0) return chooser.All();
     std::vector<com::Variant> elements;
     if (com::ReadList(content, elements)) return chooser.ByElements(elements);
-    throw com::ComError(com::kTypeMismatch, L"Fields are chosen by a list of names or by an array");
+    throw Error(ErrorKind::TypeMismatch,
+                "The fields of table " + tableName +
+                    " are chosen by names with commas between them, or by an array of "
+                    "names and numbers");
 }
 
 }  // namespace zu::host

@@ -29,8 +29,7 @@ std::string TextOfEntry(const com::Variant& entry, const ViewFields& fields) {
     if (const auto text = com::TextOf(entry)) return text::ToUtf8(com::AsUtf16(*text));
     const std::optional<LONG> number = WholeNumber(entry);
     if (!number)
-        throw com::ComError(com::kTypeMismatch,
-                            L"An index is made from field names, expressions and numbers");
+        throw Error(ErrorKind::TypeMismatch, "An index is made from field names, expressions and numbers.");
     if (*number < 0 || static_cast<std::size_t>(*number) >= fields.size())
         throw Error(ErrorKind::NotFound, "There is no field " + std::to_string(*number) +
                                              " for the index, there are " + std::to_string(fields.size()) +

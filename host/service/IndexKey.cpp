@@ -5,6 +5,7 @@
 #include "com/Bstr.h"
 #include "com/ComError.h"
 #include "host/service/FieldSelection.h"
+#include "host/service/RefusedValue.h"
 #include "host/service/ValueConversion.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
@@ -67,10 +68,11 @@ std::optional<std::vector<technologies::KeyCriterion>> IndexKey::Criteria() cons
         try {
             criteria.push_back({KeyFromVariant(part.value, PartType(i)), part.exact});
         } catch (const com::ComError& error) {
-            throw com::ComError(error.code(),
-                                L"Key field " + part.name + L" of index " +
-                                    std::wstring(com::AsWide(text::ToUtf16(description_.name))) + L": " +
-                                    error.description());
+            const std::string key = description_.name + " of table " + table_->name();
+            throw RefusedValue(
+                error,
+                L"Key field " + part.name + L" of index " + std::wstring(com::AsWide(text::ToUtf16(key))),
+                PartType(i), part.value);
         }
         if (criteria.back().value.kind == technologies::Value::Kind::Null) return std::nullopt;
     }

@@ -35,8 +35,10 @@ std::unique_ptr<technologies::Batch> RecordSet::BeginBatch() {
 }
 
 void RecordSet::RefuseChange(const std::string& what) const {
-    throw Error(ErrorKind::Unsupported,
-                "Table " + text::ToUtf8(com::AsUtf16(tableName())) + " can only be read: cannot " + what);
+    const std::string why = WhyReadOnly();
+    throw Error(ErrorKind::Unsupported, "Table " + text::ToUtf8(com::AsUtf16(tableName())) +
+                                            " can only be read: cannot " + what +
+                                            (why.empty() ? "" : ", because " + why));
 }
 
 void RecordSet::Write(std::size_t record, std::size_t field, const technologies::Value&) {

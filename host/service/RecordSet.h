@@ -60,6 +60,8 @@ public:
     virtual bool IsDeleted(std::size_t record) = 0;
 
     virtual bool isUpdateable() const noexcept { return false; }
+    /// Why it is not: see Table::WhyReadOnly.
+    virtual std::string WhyReadOnly() const { return {}; }
     /// Values are kept at once, by Write; otherwise they go into edits.
     virtual bool keepsAtOnce() const noexcept { return false; }
     virtual void Write(std::size_t record, std::size_t field, const technologies::Value& value);

@@ -25,6 +25,13 @@ ViewFields FieldsForVariable(ZuDataView& layout) {
     return fields;
 }
 
+/// The table that a variable is like shows in what is told of its fields.
+std::wstring NameAfter(ZuDataView& layout) {
+    com::Bstr table;
+    if (FAILED(layout.get_TableName(table.put())) || table.empty()) return kTableName;
+    return table.str() + L" " + kTableName;
+}
+
 }  // namespace
 
 RecordVariable::RecordVariable() : ViewMembers(std::make_shared<ViewCursor>(NoRecords())) {}
@@ -74,7 +81,7 @@ HRESULT RecordVariable::Initialise(IDispatch* Layout, LONG Records, VARIANT_BOOL
     return GuardedResult(Result, [&] {
         const com::ComPtr<ZuDataView> layout = com::Share(Layout).as<ZuDataView>();
         if (Records < 1 || Records > kMostRecords) return VARIANT_FALSE;
-        auto records = std::make_shared<VariableRecords>(kTableName, FieldsForVariable(*layout),
+        auto records = std::make_shared<VariableRecords>(NameAfter(*layout), FieldsForVariable(*layout),
                                                          static_cast<std::size_t>(Records));
         Show(std::make_shared<ViewCursor>(records));
         variable_ = std::move(records);

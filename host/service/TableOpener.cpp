@@ -87,12 +87,16 @@ TableReuse::Opened OpenNew(const DatabaseName& name, const std::string& table,
         return {{opened, opened->table.get()},
                 [opened = opened.get()] { return opened->files.AreUnchanged(); }};
     } catch (const Error& error) {
-        throw Error(error.kind(), "Cannot open table \"" + table + "\" of database \"" + name.technology +
-                                      "|" + name.database + "\": " + error.what());
+        throw Error(error.kind(), "Cannot open " + ShownName(name, table) + ": " + error.what());
     }
 }
 
 }  // namespace
+
+std::string ShownName(const DatabaseName& name, const std::string& table) {
+    const std::string database = "database \"" + name.technology + "|" + name.database + "\"";
+    return table.empty() ? database : "table \"" + table + "\" of " + database;
+}
 
 DatabaseName SplitDatabaseName(std::wstring_view name) {
     const auto bar = name.find(L'|');

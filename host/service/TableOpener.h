@@ -17,6 +17,9 @@ struct DatabaseName {
 };
 DatabaseName SplitDatabaseName(std::wstring_view name);
 
+/// `table "orders" of database "DBF|C:\sales"`; without a table the database alone.
+std::string ShownName(const DatabaseName& name, const std::string& table);
+
 /// The technology `name` with the settings that count now. NotFound (zu::Error) when there is none of that
 /// name.
 std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name);

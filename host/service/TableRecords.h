@@ -34,6 +34,7 @@ public:
     bool IsDeleted(std::size_t record) override;
 
     bool isUpdateable() const noexcept override { return table_->isUpdateable(); }
+    std::string WhyReadOnly() const override { return table_->WhyReadOnly(); }
     std::unique_ptr<technologies::RecordEdit> BeginEdit(std::size_t record) override;
     std::unique_ptr<technologies::RecordEdit> BeginNew() override;
     std::size_t PlaceInEdit(std::size_t field) const override { return chosen_.at(field); }

@@ -18,10 +18,8 @@ void TableWork::LetGoIdleTables() {
 }
 
 void TableWork::Explain(const Error& error) const {
-    const std::string database = "database \"" + name_.technology + "|" + name_.database + "\"";
-    std::string text = "Cannot " + what_ +
-                       (table_.empty() ? " of " + database : " table \"" + table_ + "\" of " + database) +
-                       ": " + error.what();
+    std::string text =
+        "Cannot " + what_ + (table_.empty() ? " of " : " ") + ShownName(name_, table_) + ": " + error.what();
     if (error.kind() == ErrorKind::Locked)
         text += std::string(text.ends_with('.') ? "" : ".") +
                 " Tables and views that this program still holds are in the way too.";

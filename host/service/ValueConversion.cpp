@@ -236,15 +236,17 @@ Value Converted(const VARIANT& source, FieldType type, const char* dayForm, bool
     throw com::ComError(com::kTypeMismatch, L"The value cannot be stored in a field of this type");
 }
 
-[[noreturn]] void TooWide(const technologies::FieldDescription& field, const std::string& what) {
-    throw Error(ErrorKind::Overflow, "Field " + field.name + " (width " + std::to_string(field.size) + ", " +
-                                         std::to_string(field.decimals) + " decimals) cannot hold " + what);
+[[noreturn]] void TooWide(const technologies::FieldDescription& field, const std::string& table,
+                          const std::string& what) {
+    throw Error(ErrorKind::Overflow, "Field " + field.name + " of table " + table + " (width " +
+                                         std::to_string(field.size) + ", " + std::to_string(field.decimals) +
+                                         " decimals) cannot hold " + what);
 }
 
-void FitText(const Value& value, const technologies::FieldDescription& field) {
+void FitText(const Value& value, const technologies::FieldDescription& field, const std::string& table) {
     if (field.type == FieldType::Text && field.size > 0 &&
         value.text.size() > static_cast<std::size_t>(field.size))
-        TooWide(field, "a text of " + std::to_string(value.text.size()) + " characters");
+        TooWide(field, table, "a text of " + std::to_string(value.text.size()) + " characters");
 }
 
 DECIMAL WholeDecimal(std::uint64_t number) {
@@ -287,18 +289,18 @@ std::size_t WidthOf(DECIMAL& units, int decimals) {
     return std::max(digits, places + 1) + (places ? 1 : 0) + (negative ? 1 : 0);
 }
 
-void FitDecimal(Value& value, const technologies::FieldDescription& field) {
+void FitDecimal(Value& value, const technologies::FieldDescription& field, const std::string& table) {
     constexpr int kMostDecimals = 18;  // a field that shows more has no room for them
     const int decimals = std::clamp(field.decimals, 0, kMostDecimals);
     DECIMAL units{};
     try {
         units = UnitsOf(value.decimal, decimals);
     } catch (const com::ComError&) {
-        TooWide(field, "a number of more than 28 digits");
+        TooWide(field, table, "a number of more than 28 digits");
     }
     const std::size_t width = WidthOf(units, decimals);
     if (field.size > 0 && width > static_cast<std::size_t>(field.size))
-        TooWide(field, "a number of " + std::to_string(width) + " characters");
+        TooWide(field, table, "a number of " + std::to_string(width) + " characters");
     value.decimal.high = units.Hi32;
     value.decimal.low = units.Lo64;
     value.decimal.scale = static_cast<std::uint8_t>(decimals);
@@ -366,10 +368,10 @@ void TrimToField(Value& value, const technologies::FieldDescription& field) {
     if (value.kind == Value::Kind::DateTime && field.size == 8) value.milliseconds = 0;
 }
 
-void FitToField(Value& value, const technologies::FieldDescription& field) {
+void FitToField(Value& value, const technologies::FieldDescription& field, const std::string& table) {
     TrimToField(value, field);
-    if (value.kind == Value::Kind::Text) FitText(value, field);
-    if (value.kind == Value::Kind::Decimal) FitDecimal(value, field);
+    if (value.kind == Value::Kind::Text) FitText(value, field, table);
+    if (value.kind == Value::Kind::Decimal) FitDecimal(value, field, table);
 }
 
 void MakeUsableForScripts(VARIANT& value) noexcept {

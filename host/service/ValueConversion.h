@@ -32,7 +32,8 @@ void TrimToField(technologies::Value& value, const technologies::FieldDescriptio
 
 /// Trims, rounds to the field's decimals and throws an Overflow error that names the field
 /// when the value is wider than the field.
-void FitToField(technologies::Value& value, const technologies::FieldDescription& field);
+void FitToField(technologies::Value& value, const technologies::FieldDescription& field,
+                const std::string& table);
 
 /// Scripts calculate with doubles; not every script engine takes decimals. Turns a decimal of at most 15
 /// digits, which a double holds without loss, into a double and leaves everything else alone.

@@ -9,9 +9,11 @@
 #include "com/ComError.h"
 #include "host/engine/TruthValue.h"
 #include "host/service/FieldSelection.h"
+#include "host/service/RefusedValue.h"
 #include "host/service/ValueConversion.h"
 #include "host/service/VariableRecords.h"
 #include "host/service/ViewAccess.h"
+#include "idl/FailureReasons.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 
@@ -168,10 +170,13 @@ std::size_t ViewCursor::Checked(LONG record) const {
 }
 
 std::size_t ViewCursor::Current() const {
-    if (position_ < 0 || position_ >= Count())
-        throw Error(ErrorKind::NotFound, "Table " + Utf8(records_->tableName()) +
-                                             ": there is no current record, the view stands " +
-                                             (position_ < 0 ? "before the first one" : "past the last one"));
+    const LONG count = Count();
+    if (position_ < 0 || position_ >= count)
+        throw com::ComError(kNoCurrentRecord, L"Table " + records_->tableName() +
+                                                  L": there is no current record, the view " +
+                                                  (count == 0      ? L"holds none"
+                                                   : position_ < 0 ? L"stands before the first one"
+                                                                   : L"stands past the last one"));
     return static_cast<std::size_t>(position_);
 }
 
@@ -232,14 +237,17 @@ void ViewCursor::Convert(std::size_t field, const VARIANT& value) {
     try {
         FromVariant(value, target.description.type, value_);
     } catch (const com::ComError& error) {
-        throw com::ComError(error.code(), L"Field " + target.name + L": " + error.description());
+        throw RefusedValue(error, L"Field " + target.name + L" of table " + records_->tableName(),
+                           target.description.type, value);
     }
     TrimToField(value_, target.description);
 }
 
 void ViewCursor::Write(std::size_t field, const VARIANT& value) {
     if (field == kRecordNumberField)
-        throw Error(ErrorKind::InvalidArgument, "Field ##RECNO cannot be changed");
+        throw Error(ErrorKind::InvalidArgument,
+                    "Table " + Utf8(records_->tableName()) +
+                        ": the number of a record, field ##RECNO, cannot be changed");
     if (field == kDeletedField) {
         const bool deleted = ToTruthValue(value);
         if (isNew()) return edit_->SetDeleted(deleted);
@@ -257,7 +265,7 @@ void ViewCursor::Write(std::size_t field, const VARIANT& value) {
         return;
     }
     if (records_->keepsAtOnce() || !records_->isUpdateable()) {
-        FitToField(value_, fields()[field].description);
+        FitToField(value_, fields()[field].description, Utf8(records_->tableName()));
         return records_->Write(record, field, value_);
     }
     auto begun = records_->BeginEdit(record);

@@ -80,6 +80,8 @@ public:
     /// Records in the table now, deleted ones included.
     virtual std::uint32_t RecordCount() = 0;
     virtual bool isUpdateable() const noexcept = 0;
+    /// Why it is not, to follow "can only be read: "; empty where there is nothing more to say. UTF-8.
+    virtual std::string WhyReadOnly() const { return {}; }
 
     virtual bool IsDeleted(std::uint32_t record) = 0;
     virtual void ReadValue(std::uint32_t record, std::size_t field, Value& out) = 0;

@@ -99,7 +99,12 @@ void RunPick(CommandRun& run) {
                         com::Variant(run.Condition(1)), com::Variant(kHeight), com::Variant(kWidth),
                         com::Variant(kAnywhere), com::Variant(kAnywhere), Fields(run)});
         const com::ComPtr<IDispatch> view = com::ObjectOf<IDispatch>(picked);
-        if (!view) throw com::ComError(E_ABORT, ReasonOf(run.listener(), L"no record was picked"));
+        if (!view) {
+            const std::wstring reason = ReasonOf(run.listener(), L"");
+            throw com::ComError(
+                E_ABORT, reason.empty() ? L"no record was picked"
+                                        : L"Cannot pick a record of table " + name.shown + L": " + reason);
+        }
         RecordRows rows(view);
         TellRecord(run, rows, PositionOf(view));
     });

@@ -171,8 +171,8 @@ TEST_F(Internal, FieldsAreFetchedOncePerView) {
 
 TEST_F(Internal, NoViewIsAnError) {
     EXPECT_EQ(CodeOf([] { component::DataView view(nullptr); }), com::kObjectNotSet);
-    EXPECT_EQ(CodeOf([] { component::DataView::FromValue(Variant(LONG{5})); }), com::kObjectNotSet);
-    EXPECT_EQ(CodeOf([&] { component::DataView::FromValue(Variant(functions_.get())); }), com::kTypeMismatch);
+    EXPECT_FALSE(component::IsDataView(Variant(LONG{5})));
+    EXPECT_FALSE(component::IsDataView(Variant(functions_.get())));
 }
 
 TEST(KeyRule, TextWithOneOfFourCharactersIsACondition) {

@@ -96,6 +96,26 @@ def catalogue(check):
         check(f"0x{code} is in the overview", [] if f"| {text} |" in overview else [text])
 
 
+def numbers(check):
+    """Every number under which an error can come is explained on the overview of the messages."""
+    system = {"E_INVALIDARG": "80070057", "E_ACCESSDENIED": "80070005", "E_NOTIMPL": "80004001", "E_ABORT": "80004004",
+              "E_UNEXPECTED": "8000FFFF", "E_FAIL": "80004005", "E_OUTOFMEMORY": "8007000E", "STG_E_FILENOTFOUND": "80030002",
+              "STG_E_FILEALREADYEXISTS": "80030050", "STG_E_LOCKVIOLATION": "80030021", "STG_E_MEDIUMFULL": "80030070",
+              "STG_E_READFAULT": "8003001E", "STG_E_DOCFILECORRUPT": "80030109", "STG_E_NOTCURRENT": "80030101",
+              "DISP_E_UNKNOWNNAME": "80020006"}
+    own = {}
+    for file in ("com/ComError.h", "com/ComError.cpp", "idl/FailureReasons.h"):
+        own |= dict(re.findall(r"(k\w+) = static_cast<HRESULT>\(0x([0-9A-F]{8})\)", (ROOT / file).read_text()))
+    del own["kInvalidFriendCall"]  # no function of scripts leads there
+    returned = re.findall(r"return (?:PublishUtf8\()?([EDS]\w+|k\w+)\b", (ROOT / "com/ComError.cpp").read_text())
+    faults = {name for name in returned if name not in own and name not in system and name not in ("S_OK",)}
+    check("every number of an error has its meaning in the list", faults)
+    listed = {row[0] for row in pages.table((DOCS / "messages.md").read_text(), "Numbers of other errors")}
+    listed = set(re.findall(r"0x([0-9A-F]{8})", " ".join(listed)))
+    check("every number of an error is on the page of the messages, and none that is not there",
+          (set(own.values()) | set(system.values())) ^ listed)
+
+
 def settings(check):
     source = (ROOT / "host/engine/Settings.cpp").read_text() + (ROOT / "host/engine/Settings.h").read_text()
     known = set(re.findall(r'"((?:Data|Numbers|Log)\.\w+)"', source))
@@ -187,6 +207,7 @@ def main():
     functions(checker("functions"))
     classes(checker("classes"))
     catalogue(checker("messages"))
+    numbers(checker("messages"))
     settings(checker("settings"))
     links(checker("links"))
     web(checker("web"), work)

@@ -258,15 +258,22 @@ bool DbfTable::isUpdateable() const noexcept {
            (!hasForeignIndex_ || writeSettings_.staleTags == cdx::StaleTags::Allow);
 }
 
+std::string DbfTable::WhyReadOnly() const {
+    if (isUpdateable()) return {};
+    if (!header_.isConsistent) return "its fields and its record length contradict each other";
+    if (hasForeignIndex_)
+        return "its index of dBASE (.mdx) could not be kept up to date; the setting Data.AllowStaleIndexes = "
+               "yes "
+               "allows it all the same";
+    if (header_.version.dBase7 || header_.version.encrypted || !header_.version.known)
+        return "tables of its kind (" + std::string(header_.version.name) + ") are not written";
+    return "its index file cannot be used";
+}
+
 write::EditedTable DbfTable::Writable() {
     if (!isUpdateable())
         throw Error(ErrorKind::Unsupported,
-                    "The table " + name() + " can only be read: " +
-                        (hasForeignIndex_ ? "its index of dBASE (.mdx) could not be kept up to date; the "
-                                            "settings can allow stale indexes"
-                         : header_.isConsistent ? "tables of its kind are not written"
-                                                : "its fields and its record length contradict each other") +
-                        ".");
+                    "The table " + name() + " can only be read: " + WhyReadOnly() + ".");
     if (!writeFiles_)
         writeFiles_ = std::make_unique<write::WriteFiles>(files_, paths_, header_, writeSettings_);
     write::EditedTable table{

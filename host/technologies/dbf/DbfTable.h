@@ -55,6 +55,7 @@ public:
     }
     std::uint32_t RecordCount() override;
     bool isUpdateable() const noexcept override;
+    std::string WhyReadOnly() const override;
 
     bool IsDeleted(std::uint32_t record) override;
     void ReadValue(std::uint32_t record, std::size_t field, technologies::Value& out) override;

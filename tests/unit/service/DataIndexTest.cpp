@@ -225,7 +225,7 @@ TEST_F(DataIndexTest, AKeyOfTheWrongTypeIsNamed) {
     KeyField(*index, Number(1))->put_Value(Text(L"old"));
     EXPECT_FALSE(Seek(*table, index.get()));
     EXPECT_TRUE(FAILED(seekResult_));
-    EXPECT_TRUE(ErrorText().starts_with(L"Key field AGE of index BOTH: "));
+    EXPECT_TRUE(ErrorText().starts_with(L"Key field AGE of index BOTH of table PEOPLE takes a number, not "));
 }
 
 TEST_F(DataIndexTest, EachIndexObjectStartsWithAKeyThatIsNotLoaded) {

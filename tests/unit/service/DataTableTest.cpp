@@ -91,9 +91,13 @@ TEST_F(DataTableTest, AFieldThatDoesNotExistFailsTheSelectionAndIsReported) {
 TEST_F(DataTableTest, AFaultyConditionIsTheEnginesErrorWithItsPosition) {
     EXPECT_FALSE(Select(*Open(), Text(L"broken")));
     EXPECT_EQ(selected_, static_cast<HRESULT>(0x80041017));
-    EXPECT_EQ(ErrorText(), L"The condition cannot be understood at position 5: expected a value");
+    EXPECT_EQ(ErrorText(),
+              L"The condition cannot be understood at position 5: expected a value, in \"broken\" for table "
+              L"PEOPLE");
     EXPECT_EQ(LastError().code, static_cast<LONG>(0x80041017));
-    EXPECT_EQ(LastError().text, L"The condition cannot be understood at position 5: expected a value");
+    EXPECT_EQ(LastError().text,
+              L"The condition cannot be understood at position 5: expected a value, in \"broken\" for table "
+              L"PEOPLE");
 }
 
 TEST_F(DataTableTest, AnotherFailureKeepsItsReason) {

@@ -267,7 +267,8 @@ TEST_F(DataViewTest, AValueOfTheWrongTypeIsNamedByItsField) {
     com::ComPtr<ZuDataField> field;
     view->get_Item(Text(L"AGE"), field.put());
     EXPECT_TRUE(FAILED(field->put_Value(Text(L"old"))));
-    EXPECT_TRUE(ErrorText().starts_with(L"Field AGE: ")) << com::Bstr(ErrorText()).get();
+    EXPECT_TRUE(ErrorText().starts_with(L"Field AGE of table PEOPLE takes a number, not "))
+        << com::Bstr(ErrorText()).get();
 }
 
 TEST_F(DataViewTest, WorksOnAfterTableAndFieldsAreGone) {

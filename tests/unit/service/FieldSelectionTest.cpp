@@ -118,16 +118,18 @@ TEST(FieldSelection, ReferencesAreLookedThrough) {
 TEST(FieldSelection, AFieldThatDoesNotExistIsNamed) {
     EXPECT_EQ(Fault(Text(L"age,colour")), "Table PEOPLE has no field \"colour\"");
     EXPECT_EQ(Fault(Text(L"age,")), "Table PEOPLE has no field \"\"");
-    EXPECT_EQ(Fault(Number(3)), "Table PEOPLE has no field 3");
-    EXPECT_EQ(Fault(Number(-1)), "Table PEOPLE has no field -1");
-    EXPECT_EQ(Fault(com::SafeArray::Of({Number(9)}).ToVariant()), "Table PEOPLE has no field 9");
+    EXPECT_EQ(Fault(Number(3)), "Table PEOPLE has no field 3, there are 3 counted from 0");
+    EXPECT_EQ(Fault(Number(-1)), "Table PEOPLE has no field -1, there are 3 counted from 0");
+    EXPECT_EQ(Fault(com::SafeArray::Of({Number(9)}).ToVariant()),
+              "Table PEOPLE has no field 9, there are 3 counted from 0");
 }
 
-TEST(FieldSelection, OtherValuesAreTypeMismatches) {
-    EXPECT_THROW(Choose(com::Variant(true)), com::ComError);
-    EXPECT_THROW(Choose(com::Variant(1.5)), com::ComError);
-    EXPECT_THROW(Choose(com::SafeArray::Of({com::Variant(true)}).ToVariant()), com::ComError);
-    EXPECT_THROW(Choose(com::SafeArray::Of({com::Variant()}).ToVariant()), com::ComError);
+TEST(FieldSelection, OtherValuesAreNamedWithTheirTable) {
+    for (const com::Variant& choice : {com::Variant(true), com::Variant(1.5)})
+        EXPECT_TRUE(Fault(choice).starts_with("The fields of table PEOPLE are chosen by names"));
+    for (const com::Variant& element : {com::Variant(true), com::Variant()})
+        EXPECT_TRUE(Fault(com::SafeArray::Of({element}).ToVariant())
+                        .starts_with("The list of fields for table PEOPLE"));
 }
 
 TEST(WholeNumbers, AreNumericValuesWithoutAFraction) {

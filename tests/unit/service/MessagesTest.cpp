@@ -70,6 +70,20 @@ TEST_F(MessagesTest, ForgettingClearsTheLastError) {
     EXPECT_EQ(messages_.lastError().text, L"");
 }
 
+TEST_F(MessagesTest, WhatWasToleratedIsForgottenAndWhatWasToldOrKeptIsNot) {
+    Listen();
+    messages_.Note(7, L"tolerated");
+    messages_.ForgetTolerated();
+    EXPECT_EQ(messages_.lastError().code, 0);
+    messages_.Keep(8, L"a row");
+    messages_.ForgetTolerated();
+    EXPECT_EQ(messages_.lastError().text, L"a row");
+    EXPECT_TRUE(told_.empty());
+    messages_.Report(9, L"nine");
+    messages_.ForgetTolerated();
+    EXPECT_EQ(messages_.lastError().text, L"nine");
+}
+
 TEST_F(MessagesTest, AListenerThatCausesReportsIsNotToldAboutThem) {
     Listen();
     onReport_ = [this] { messages_.Report(9, L"from within"); };

@@ -189,51 +189,52 @@ TEST(KeyFromVariant, DatesBecomeTheTextThatKeysHold) {
 
 TEST(FitToField, CutsTrailingBlanksAndRefusesWiderTexts) {
     Value value = FromVariant(test::Text(L"abc   "), FieldType::Text);
-    FitToField(value, Field(FieldType::Text, 3));
+    FitToField(value, Field(FieldType::Text, 3), "PEOPLE");
     EXPECT_EQ(value.text, u"abc");
     value = FromVariant(test::Text(L"abcd"), FieldType::Text);
     try {
-        FitToField(value, Field(FieldType::Text, 3));
+        FitToField(value, Field(FieldType::Text, 3), "PEOPLE");
         FAIL();
     } catch (const Error& error) {
         EXPECT_EQ(error.kind(), ErrorKind::Overflow);
-        EXPECT_STREQ(error.what(), "Field F (width 3, 0 decimals) cannot hold a text of 4 characters");
+        EXPECT_STREQ(error.what(),
+                     "Field F of table PEOPLE (width 3, 0 decimals) cannot hold a text of 4 characters");
     }
 }
 
 TEST(FitToField, LongTextHasNoLimit) {
     Value value = FromVariant(test::Text(std::wstring(5000, L'x')), FieldType::LongText);
-    FitToField(value, Field(FieldType::LongText, 10));
+    FitToField(value, Field(FieldType::LongText, 10), "PEOPLE");
     EXPECT_EQ(value.text.size(), 5000u);
 }
 
 TEST(FitToField, RoundsDecimalsAndRefusesWiderNumbers) {
     Value value = FromVariant(test::Text(L"12.345"), FieldType::Decimal);
-    FitToField(value, Field(FieldType::Decimal, 5, 2));
+    FitToField(value, Field(FieldType::Decimal, 5, 2), "PEOPLE");
     EXPECT_EQ(value.decimal, (technologies::Decimal{1235, 0, 2, false}));
     value = FromVariant(test::Text(L"-1.005"), FieldType::Decimal);
-    FitToField(value, Field(FieldType::Decimal, 5, 2));
+    FitToField(value, Field(FieldType::Decimal, 5, 2), "PEOPLE");
     EXPECT_EQ(value.decimal, (technologies::Decimal{101, 0, 2, true}));
     for (const wchar_t* text : {L"100", L"-10.5", L"99.996"}) {
         value = FromVariant(test::Text(text), FieldType::Decimal);
-        EXPECT_THROW(FitToField(value, Field(FieldType::Decimal, 5, 2)), Error) << text;
+        EXPECT_THROW(FitToField(value, Field(FieldType::Decimal, 5, 2), "PEOPLE"), Error) << text;
     }
     for (const wchar_t* text : {L"99.99", L"-9.99", L"0"}) {
         value = FromVariant(test::Text(text), FieldType::Decimal);
-        EXPECT_NO_THROW(FitToField(value, Field(FieldType::Decimal, 5, 2))) << text;
+        EXPECT_NO_THROW(FitToField(value, Field(FieldType::Decimal, 5, 2), "PEOPLE")) << text;
     }
     value = FromVariant(test::Text(L"79228162514264337593543950335"), FieldType::Decimal);
-    EXPECT_THROW(FitToField(value, Field(FieldType::Decimal, 20, 2)), Error);
+    EXPECT_THROW(FitToField(value, Field(FieldType::Decimal, 20, 2), "PEOPLE"), Error);
     value = FromVariant(test::Text(L"-0.5"), FieldType::Decimal);
-    EXPECT_THROW(FitToField(value, Field(FieldType::Decimal, 3, 1)), Error);
-    EXPECT_NO_THROW(FitToField(value, Field(FieldType::Decimal, 4, 1)));
+    EXPECT_THROW(FitToField(value, Field(FieldType::Decimal, 3, 1), "PEOPLE"), Error);
+    EXPECT_NO_THROW(FitToField(value, Field(FieldType::Decimal, 4, 1), "PEOPLE"));
 }
 
 TEST(FitToField, ADayHasNoTime) {
     Value value = FromVariant(DateOf(25569.5), FieldType::Date);
     Value both = value;
-    FitToField(value, Field(FieldType::Date, 8));
-    FitToField(both, Field(FieldType::Date, 14));
+    FitToField(value, Field(FieldType::Date, 8), "PEOPLE");
+    FitToField(both, Field(FieldType::Date, 14), "PEOPLE");
     EXPECT_EQ(value.milliseconds, 0);
     EXPECT_EQ(both.milliseconds, 12 * 3600 * 1000);
 }

@@ -241,6 +241,30 @@ TEST_F(ZuprojectTest, RaiseErrorKeepsTheLastErrorAndTellsTheListener) {
     EXPECT_EQ(messages->RaiseError(static_cast<LONG>(0x80041031), nullptr), S_OK);
 }
 
+TEST_F(ZuprojectTest, AReasonIsToldTheUserOnceAndEndsWithTheNextCall) {
+    int told = 0;
+    const auto listener = ScriptObject::Make();
+    listener->Add(L"Report", [&](std::vector<VARIANT*>&, VARIANT*, EXCEPINFO*) {
+        ++told;
+        return S_OK;
+    });
+    EXPECT_EQ(Project()->putref_Listener(listener.get()), S_OK);
+    const auto reasons = Project().as<FailureReasons>();
+    reasons->BeginCall();
+    reasons->TellReason(E_FAIL, L"why", ReasonFor::User);
+    reasons->TellReason(E_FAIL, L"why", ReasonFor::User);
+    EXPECT_EQ(told, 1);
+    reasons->TellReason(kNoCurrentRecord, L"none", ReasonFor::Asking);
+    EXPECT_EQ(told, 1);
+    reasons->EndCall();
+    EXPECT_EQ(LastError().code, kNoCurrentRecord);
+    EXPECT_EQ(LastError().text, L"none");
+    reasons->BeginCall();
+    EXPECT_EQ(LastError().code, 0);
+    EXPECT_EQ(LastError().text, L"");
+    Project()->putref_Listener(nullptr);
+}
+
 TEST_F(ZuprojectTest, MessageTextMakesInsertionsAndReportsNothing) {
     com::SafeArray arguments = com::SafeArray::Of({Number(3), Number(17)});
     com::Bstr text;

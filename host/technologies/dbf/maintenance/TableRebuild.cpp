@@ -26,10 +26,9 @@ constexpr files::OpenOptions kNewFile{files::Access::ReadWrite, files::Creation:
 std::unique_ptr<DbfTable> OpenAlone(files::FileSystem& files, const std::string& path,
                                     const TechnologySettings& settings) {
     auto table = DbfTable::OpenExclusive(files, path, settings);
-    const DbfHeader& head = table->header();
     if (!table->isUpdateable())
         throw Error(ErrorKind::Unsupported,
-                    "The table " + table->name() + " (" + head.version.name + ") can only be read.");
+                    "The table " + table->name() + " can only be read: " + table->WhyReadOnly() + ".");
     return table;
 }
 
