@@ -38,7 +38,9 @@ public:
     explicit Bstr(std::wstring_view text) : text_(NewBstr(text)) {}
     Bstr(const Bstr& other) : text_(other.text_ ? NewBstr(other.view()) : nullptr) {}
     Bstr(Bstr&& other) noexcept : text_(std::exchange(other.text_, nullptr)) {}
-    ~Bstr() { SysFreeString(text_); }
+    ~Bstr() {
+        if (text_) SysFreeString(text_);
+    }
     Bstr& operator=(Bstr other) noexcept {
         std::swap(text_, other.text_);
         return *this;

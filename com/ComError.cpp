@@ -92,8 +92,7 @@ HRESULT PublishUtf8(HRESULT code, std::string_view text) noexcept {
 
 }  // namespace
 
-void Check(HRESULT result) {
-    if (SUCCEEDED(result)) return;
+void ThrowFailure(HRESULT result) {
     ComPtr<IErrorInfo> info;
     Bstr description;
     Bstr source;

@@ -38,7 +38,12 @@ inline constexpr HRESULT kDuplicateKey = static_cast<HRESULT>(0x800A01C9);
 
 /// Throws a ComError for a failing HRESULT, taking the thread's error information (description, source)
 /// along.
-void Check(HRESULT result);
+[[noreturn]] void ThrowFailure(HRESULT result);
+
+/// The same when `result` is a failure.
+inline void Check(HRESULT result) {
+    if (FAILED(result)) ThrowFailure(result);
+}
 
 /// Throws kObjectNotSet when `pointer` is null; otherwise answers it.
 template <class T>

@@ -47,6 +47,10 @@ std::optional<std::wstring_view> TextOf(const VARIANT& value) noexcept {
 }
 
 Variant::Variant(const VARIANT& value) : Variant() {
+    if (OwnsNothing(value.vt)) {
+        value_ = value;
+        return;
+    }
     const HRESULT result = VariantCopyInd(&value_, const_cast<VARIANT*>(&Dereference(value)));
     if (FAILED(result)) ThrowConversion(result);
 }
@@ -54,26 +58,6 @@ Variant::Variant(const VARIANT& value) : Variant() {
 Variant::Variant(std::wstring_view text) : Variant() {
     value_.bstrVal = NewBstr(text);
     value_.vt = VT_BSTR;
-}
-
-Variant::Variant(bool value) noexcept : Variant() {
-    value_.vt = VT_BOOL;
-    value_.boolVal = ToVariantBool(value);
-}
-
-Variant::Variant(LONG value) noexcept : Variant() {
-    value_.vt = VT_I4;
-    value_.lVal = value;
-}
-
-Variant::Variant(SHORT value) noexcept : Variant() {
-    value_.vt = VT_I2;
-    value_.iVal = value;
-}
-
-Variant::Variant(double value) noexcept : Variant() {
-    value_.vt = VT_R8;
-    value_.dblVal = value;
 }
 
 Variant::Variant(IDispatch* object) noexcept : Variant() {
@@ -116,10 +100,12 @@ Bstr Variant::ToText() const {
 }
 
 bool Variant::ToBoolean() const {
+    if (value_.vt == VT_BOOL) return value_.boolVal != VARIANT_FALSE;
     return Convert(value_, VT_BOOL).value_.boolVal != VARIANT_FALSE;
 }
 
 LONG Variant::ToLong() const {
+    if (value_.vt == VT_I4) return value_.lVal;
     return Convert(value_, VT_I4).value_.lVal;
 }
 

@@ -23,15 +23,27 @@ bool IsMissing(const VARIANT* value) noexcept;
 /// The text when the VARIANT holds one (VT_BSTR, also by reference); nothing for any other content.
 std::optional<std::wstring_view> TextOf(const VARIANT& value) noexcept;
 
-/// Owns a VARIANT.
+/// True for the kinds of content that own nothing: numbers, dates, truth values, errors, no content.
+constexpr bool OwnsNothing(VARTYPE type) noexcept {
+    constexpr DWORD kPlain = 1U << VT_EMPTY | 1U << VT_NULL | 1U << VT_I2 | 1U << VT_I4 | 1U << VT_R4 |
+                             1U << VT_R8 | 1U << VT_CY | 1U << VT_DATE | 1U << VT_ERROR | 1U << VT_BOOL |
+                             1U << VT_DECIMAL | 1U << VT_I1 | 1U << VT_UI1 | 1U << VT_UI2 | 1U << VT_UI4 |
+                             1U << VT_I8 | 1U << VT_UI8 | 1U << VT_INT | 1U << VT_UINT;
+    return type <= VT_UINT && (kPlain >> type & 1U) != 0;
+}
+
+/// Owns a VARIANT. Plain content is set and given up without a call of the automation library, as loops over
+/// records do it several times for each.
 class Variant {
 public:
-    Variant() noexcept { VariantInit(&value_); }
+    Variant() noexcept = default;
     /// A deep copy with references resolved (VariantCopyInd). Throws ComError.
     explicit Variant(const VARIANT& value);
     Variant(const Variant& other) : Variant(other.value_) {}
-    Variant(Variant&& other) noexcept : value_(other.value_) { VariantInit(&other.value_); }
-    ~Variant() { VariantClear(&value_); }
+    Variant(Variant&& other) noexcept : value_(other.value_) { other.value_.vt = VT_EMPTY; }
+    ~Variant() {
+        if (!OwnsNothing(value_.vt)) VariantClear(&value_);
+    }
     Variant& operator=(Variant other) noexcept {
         std::swap(value_, other.value_);
         return *this;
@@ -40,10 +52,22 @@ public:
     explicit Variant(std::wstring_view text);
     /// A literal; without this one it would become a truth value.
     explicit Variant(const wchar_t* text) : Variant(std::wstring_view(text)) {}
-    explicit Variant(bool value) noexcept;
-    explicit Variant(LONG value) noexcept;
-    explicit Variant(SHORT value) noexcept;
-    explicit Variant(double value) noexcept;
+    explicit Variant(bool value) noexcept {
+        value_.vt = VT_BOOL;
+        value_.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+    }
+    explicit Variant(LONG value) noexcept {
+        value_.vt = VT_I4;
+        value_.lVal = value;
+    }
+    explicit Variant(SHORT value) noexcept {
+        value_.vt = VT_I2;
+        value_.iVal = value;
+    }
+    explicit Variant(double value) noexcept {
+        value_.vt = VT_R8;
+        value_.dblVal = value;
+    }
     /// An object (adds a reference); null gives VT_DISPATCH with no object.
     explicit Variant(IDispatch* object) noexcept;
 
@@ -57,14 +81,15 @@ public:
     const VARIANT* operator->() const noexcept { return &value_; }
 
     VARIANT* put() noexcept {
-        VariantClear(&value_);
+        if (!OwnsNothing(value_.vt)) VariantClear(&value_);
+        value_.vt = VT_EMPTY;
         return &value_;
     }
     /// For [in, out] parameters: keeps the content.
     VARIANT* address() noexcept { return &value_; }
     [[nodiscard]] VARIANT detach() noexcept {
         VARIANT result = value_;
-        VariantInit(&value_);
+        value_.vt = VT_EMPTY;
         return result;
     }
 
@@ -75,7 +100,7 @@ public:
     double ToDouble() const;
 
 private:
-    VARIANT value_;
+    VARIANT value_{};
 };
 
 /// The automation conversion of any VARIANT to `type` (VariantChangeTypeEx, invariant locale).

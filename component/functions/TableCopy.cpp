@@ -63,12 +63,10 @@ STDMETHODIMP Functions::DbfFromDbf(VARIANT DestTableDefn, VARIANT SourceTableDef
     const FunctionCall call;
     CopyOutcome outcome(!com::IsMissing(FailedRowIndexes));
     const HRESULT answer = TrappedCopy(L"DbfFromDbf", Result, outcome, [&] {
-        return Append{DestTableDefn,
-                      SourceTableDefn,
-                      GivenText(Condition),
-                      {MaxRecords, 0, Given(&SourceFieldNames)},
-                      Given(&DestFieldNames)}
-            .Run(outcome, FieldMatch::kPosition);
+        const SelectionLimits limits{MaxRecords, 0, Given(&SourceFieldNames)};
+        const Append append{DestTableDefn, SourceTableDefn, GivenText(Condition), limits,
+                            Given(&DestFieldNames)};
+        return append.Run(outcome, FieldMatch::kPosition);
     });
     outcome.Write(RowCount, AddedCount, FailedRowIndexes);
     return answer;
@@ -102,12 +100,10 @@ STDMETHODIMP Functions::DbfFromDbfCorresponding(VARIANT DestTableDefn, VARIANT S
     const FunctionCall call;
     CopyOutcome outcome(!com::IsMissing(FailedRowIndexes));
     const HRESULT answer = TrappedCopy(L"DbfFromDbfCorresponding", Result, outcome, [&] {
-        return Append{DestTableDefn,
-                      SourceTableDefn,
-                      GivenText(Condition),
-                      {MaxRecords, 0, Given(&SourceFieldNames)},
-                      Given(&DestFieldNames)}
-            .Run(outcome, FieldMatch::kName);
+        const SelectionLimits limits{MaxRecords, 0, Given(&SourceFieldNames)};
+        const Append append{DestTableDefn, SourceTableDefn, GivenText(Condition), limits,
+                            Given(&DestFieldNames)};
+        return append.Run(outcome, FieldMatch::kName);
     });
     outcome.Write(RowCount, AddedCount, FailedRowIndexes);
     return answer;

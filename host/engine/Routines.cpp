@@ -14,25 +14,31 @@ namespace {
 /// What script engines answer for an error that they have told their site about already.
 constexpr HRESULT kReportedToSite = static_cast<HRESULT>(0x80020101);
 
-/// Gives access to the elements of an array for as long as it lives.
+bool HoldsValues(SAFEARRAY* array) noexcept {
+    VARTYPE type = VT_EMPTY;
+    return array->cDims == 1 && ((array->fFeatures & FADF_VARIANT) != 0 ||
+                                 (SUCCEEDED(SafeArrayGetVartype(array, &type)) && type == VT_VARIANT));
+}
+
+/// Gives access to the elements of an array for as long as it lives. The array's own structure is read, as it
+/// is public: five calls to the automation library for each record would be a good part of a job.
 class ArrayElements {
 public:
     explicit ArrayElements(SAFEARRAY* array) : array_(array) {
         if (!array_) return;
-        VARTYPE type = VT_EMPTY;
-        if (SafeArrayGetDim(array_) != 1 || FAILED(SafeArrayGetVartype(array_, &type)) || type != VT_VARIANT)
+        if (!HoldsValues(array_))
             throw com::ComError(com::kTypeMismatch, L"The arguments of a routine must be an array of values");
-        LONG upper = -1;
-        com::Check(SafeArrayGetUBound(array_, 1, &upper));
+        const SAFEARRAYBOUND& bound = array_->rgsabound[0];
         // An upper bound of -1 means no arguments, also for an array that has an element numbered -1.
-        if (upper < 0) return;
-        com::Check(SafeArrayAccessData(array_, reinterpret_cast<void**>(&elements_)));
-        count_ = array_->rgsabound[0].cElements;
+        if (bound.cElements == 0 || bound.lLbound + static_cast<LONG>(bound.cElements) <= 0) return;
+        com::Check(SafeArrayLock(array_));  // the routine must not be able to take the elements away
+        elements_ = static_cast<VARIANT*>(array_->pvData);
+        count_ = bound.cElements;
     }
     ArrayElements(const ArrayElements&) = delete;
     ArrayElements& operator=(const ArrayElements&) = delete;
     ~ArrayElements() {
-        if (elements_) SafeArrayUnaccessData(array_);
+        if (elements_) SafeArrayUnlock(array_);
     }
 
     std::size_t count() const noexcept { return count_; }
@@ -73,7 +79,7 @@ public:
     DISPPARAMS* parameters() noexcept { return &parameters_; }
 
 private:
-    std::array<VARIANTARG, 10> few_{};
+    std::array<VARIANTARG, 10> few_;  // set as far as there are arguments
     std::vector<VARIANTARG> many_;
     DISPPARAMS parameters_{};
 };
@@ -151,15 +157,14 @@ com::ComPtr<IDispatch> Routines::Find(std::wstring_view name) {
 }
 
 com::Variant Routines::Call(IDispatch* routine, std::wstring_view name, SAFEARRAY* arguments) {
-    // The routine may hand in another holder, or none, while it runs.
-    const com::ComPtr<IDispatch> object = com::Share(com::Required(routine));
-    const DISPID id = Resolve(object.get(), name);
+    // The routine may hand in another holder, or none, while it runs: `routine` is the caller's to keep.
+    const DISPID id = Resolve(com::Required(routine), name);
     const ArrayElements elements(arguments);
     CallArguments call(elements);
     com::Variant answer;
     EXCEPINFO raised{};
-    const HRESULT result = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                          call.parameters(), answer.put(), &raised, nullptr);
+    const HRESULT result = routine->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
+                                           call.parameters(), answer.put(), &raised, nullptr);
     if (FAILED(result)) ThrowRaised(result, raised, name);
     return answer;
 }

@@ -45,6 +45,7 @@ bool TruthOfText(std::wstring_view text) {
 
 bool ToTruthValue(const VARIANT& value) {
     const VARIANT& content = com::Dereference(value);
+    if (content.vt == VT_BOOL) return content.boolVal != VARIANT_FALSE;
     if (const auto text = com::TextOf(content)) return TruthOfText(*text);
     if (com::IsMissing(content)) return false;
     switch (content.vt & ~VT_BYREF) {
@@ -55,7 +56,7 @@ bool ToTruthValue(const VARIANT& value) {
             return true;
         case VT_DISPATCH:
             return ToTruthValue(DefaultValue(content));
-        case VT_BOOL:
+        case VT_BOOL:  // by reference
         case VT_I1:
         case VT_I2:
         case VT_I4:
