@@ -359,6 +359,8 @@ locking::FileLock DbfTable::LockIndex() {
         locking::FileLock lock = locking::FileLock::Take(
             indexes_->file(), {{locking::IndexLock(writeSettings_.scheme), locking::LockRange{}}, 1},
             files::LockMode::Shared, writeSettings_.wait, "The index file " + *paths_.index);
+        // What a change leaves behind it marks in the index.
+        if (indexes_->isUnmarked()) return lock;
         if (i == kMostDead || !transaction::Journal::MayHoldChange(files_, paths_.journal())) return lock;
         lock.Release();
         if (Recover(files_, path_)) CompleteRecords();
@@ -380,10 +382,24 @@ std::vector<std::uint32_t> DbfTable::Select(const technologies::Selection& selec
     return selector.Find(&condition, selection.index);
 }
 
+// Locks and the look for a journal cost many times what a search does. Nothing where they are needed.
+std::optional<std::vector<std::uint32_t>> DbfTable::SeekUnlocked(
+    std::size_t index, const std::vector<technologies::KeyCriterion>& criteria, std::uint32_t maxRecords,
+    bool includeDeleted) {
+    if (!indexes_ || !records_.IsAsBefore()) return std::nullopt;
+    RecordSelector selector(records_, nullptr, includeDeleted || showDeleted_, maxRecords);
+    std::vector<std::uint32_t> found;
+    const bool certain = indexes_->SeekUnlocked(
+        index, criteria, [&](std::uint32_t record) { return selector.Take(record, found); });
+    if (!certain) return std::nullopt;
+    return found;
+}
+
 std::vector<std::uint32_t> DbfTable::Seek(std::size_t index,
                                           const std::vector<technologies::KeyCriterion>& criteria,
                                           std::uint32_t maxRecords, bool includeDeleted) {
     EndRun();
+    if (auto found = SeekUnlocked(index, criteria, maxRecords, includeDeleted)) return std::move(*found);
     locking::FileLock lock;
     if (indexes_) lock = LockIndex();
     NoticeChanges();

@@ -109,6 +109,9 @@ private:
     void NoticeChanges();
     void NoticeIndexes();
     void RefreshIndexes();
+    std::optional<std::vector<std::uint32_t>> SeekUnlocked(
+        std::size_t index, const std::vector<technologies::KeyCriterion>& criteria, std::uint32_t maxRecords,
+        bool includeDeleted);
     const std::byte* RequireRecord(std::uint32_t record);
     void RequireIndex(std::size_t index) const;
 

@@ -42,6 +42,11 @@ bool RecordFile::NoticeGrowth() {
     return (file_->Size() != size_ || ReadStatedCount() != statedCount_) && Refresh();
 }
 
+bool RecordFile::IsAsBefore() const {
+    UnwrittenRecords::WriteAll();
+    return mapped_ && !hasForeignRecords_ && ReadStatedCount() == statedCount_ && file_->Size() == size_;
+}
+
 bool RecordFile::Refresh() {
     UnwrittenRecords::WriteAll();
     const std::uint64_t size = file_->Size();

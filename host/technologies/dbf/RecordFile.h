@@ -34,6 +34,10 @@ public:
     /// As Refresh, but keeps blocks in memory as long as size and stated number are the same.
     bool NoticeGrowth();
 
+    /// The file is in memory and has the size and the stated number of records that it had at the last
+    /// Refresh, which has met no records of others that nobody was told of.
+    bool IsAsBefore() const;
+
     /// The record is to be read anew: it was changed, or must be seen as it is now.
     void Forget(std::uint32_t number) noexcept {
         if (mapped_ || number == 0) return;

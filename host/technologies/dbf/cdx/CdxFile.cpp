@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <span>
 #include <utility>
 
+#include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/cdx/Damage.h"
+#include "host/technologies/dbf/transaction/ChangeMark.h"
 
 namespace zu::dbf::cdx {
 
@@ -14,6 +17,7 @@ namespace {
 
 constexpr std::size_t kBlockSize = 65536;
 constexpr std::size_t kBlockCount = 64;
+constexpr std::size_t kCounterOffset = 8;  // in the file header
 
 }  // namespace
 
@@ -36,6 +40,21 @@ void CdxFile::Refresh() {
         for (Block& block : blocks_)
             block.number = ~std::uint64_t{0};
     }
+}
+
+std::optional<CdxFile::ChangeState> CdxFile::changeState() const noexcept {
+    if (mapping_ == nullptr || size_ < kHeaderSize) return std::nullopt;
+    // Other processes write there: what is read before and after the pages must be read before and after
+    // them.
+    std::atomic_thread_fence(std::memory_order_acquire);
+    const volatile std::byte* header = mapping_->bytes().data();
+    std::array<std::byte, sizeof(ChangeState::counter)> counter{};
+    for (std::size_t i = 0; i < counter.size(); ++i)
+        counter[i] = header[kCounterOffset + i];
+    const ChangeState state{LoadLittle<std::uint32_t>(counter.data()),
+                            header[transaction::ChangeMark::kOffset]};
+    std::atomic_thread_fence(std::memory_order_acquire);
+    return state;
 }
 
 const std::byte* CdxFile::Bytes(std::uint32_t offset, std::size_t length) {

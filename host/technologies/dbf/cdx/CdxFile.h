@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,15 @@ public:
     PageBytes Page(std::uint32_t offset);
     /// The header of the file or of a tag. Damaged as for `Page`.
     TagHeader Header(std::uint32_t offset);
+
+    /// The counter that every change steps, and the mark of a change that is under way
+    /// (transaction/ChangeMark.h), as they are in the file at this moment.
+    struct ChangeState {
+        std::uint32_t counter = 0;  ///< as TagHeader has it
+        std::byte mark{0};
+    };
+    /// Costs no call of the system. Nothing when the file is not in memory.
+    std::optional<ChangeState> changeState() const noexcept;
 
     /// Takes the file as it is now: other processes may have made it longer or changed it.
     void Refresh();

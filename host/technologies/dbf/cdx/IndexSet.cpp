@@ -1,6 +1,7 @@
 #include "host/technologies/dbf/cdx/IndexSet.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cstring>
 #include <utility>
@@ -8,9 +9,11 @@
 #include "host/technologies/dbf/cdx/CdxFile.h"
 #include "host/technologies/dbf/cdx/KeyBounds.h"
 #include "host/technologies/dbf/cdx/LeafPage.h"
+#include "host/technologies/dbf/cdx/LeafSearch.h"
 #include "host/technologies/dbf/cdx/OpenTag.h"
 #include "host/technologies/dbf/cdx/SeekPlan.h"
 #include "host/technologies/dbf/cdx/TagDirectory.h"
+#include "host/technologies/dbf/transaction/ChangeMark.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf::cdx {
@@ -112,6 +115,28 @@ public:
                 return take(record);
             });
         });
+    }
+
+    bool isUnmarked() const noexcept {
+        const auto state = file_.changeState();
+        return state && state->mark == transaction::ChangeMark::kClear;
+    }
+
+    // Nobody has changed the file since the tags were loaded, and nobody is about it.
+    bool IsSettled() const noexcept {
+        const auto state = file_.changeState();
+        return state && state->mark == transaction::ChangeMark::kClear && state->counter == counter_;
+    }
+
+    bool SeekUnlocked(std::size_t index, const std::vector<technologies::KeyCriterion>& criteria,
+                      const Take& take) {
+        if (index >= tags_.size() || !tags_[index]->isUsable() || criteria.empty() || !IsSettled())
+            return false;
+        try {
+            return SeekInLeaf(*tags_[index], criteria, take) && IsSettled();
+        } catch (const Error&) {
+            return false;  // it comes up again with the lock, or was half a change
+        }
     }
 
     bool Candidates(const expression::Program& condition, std::vector<std::uint32_t>& records) {
@@ -259,6 +284,47 @@ private:
         }
     }
 
+    bool SeekInLeaf(OpenTag& tag, const std::vector<technologies::KeyCriterion>& criteria, const Take& take) {
+        SeekPlan plan(criteria, tag.parts(), tag.encoder(), context_.codePage);
+        if (plan.isEmpty()) return true;
+        const KeyBounds& bounds = plan.bounds();
+        LeafSearch leaf(file_, tag.header().root, tag.encoder().form().shape());
+        leaf.Find(bounds);
+        const bool backward = tag.header().descending;
+        if (backward ? !leaf.isWholeAbove() : !leaf.isWholeBelow()) return false;
+        const auto& records = leaf.records();
+        bool isFull = false;
+        for (std::size_t i = 0; i < records.size() && !isFull; ++i) {
+            const std::uint32_t record = records[backward ? records.size() - 1 - i : i];
+            if (Compare(tag, record, bounds) != 0) return false;
+            if (plan.hasTests() && !plan.Test(RowOf(record))) continue;
+            isFull = !take(record);
+        }
+        if (!isFull && !(backward ? leaf.isWholeBelow() : leaf.isWholeAbove())) return false;
+        if (records.empty()) {
+            // No record shows that the page belongs to this tag; its neighbours do.
+            if (leaf.below() != LeafSearch::kNoRecord && Compare(tag, leaf.below(), bounds) >= 0)
+                return false;
+            if (leaf.above() != LeafSearch::kNoRecord && Compare(tag, leaf.above(), bounds) <= 0)
+                return false;
+        }
+        return leaf.IsUnchanged();
+    }
+
+    expression::Row RowOf(std::uint32_t record) {
+        return {context_.records.Record(record), record, context_.records.memos()};
+    }
+
+    // Whether the key that the record has now lies below, within or above the bounds. Damaged for a record
+    // that the table does not have.
+    int Compare(OpenTag& tag, std::uint32_t record, const KeyBounds& bounds) {
+        CheckRecord(record, context_.records.Count());
+        std::array<std::byte, kMaxKeyLength> key{};
+        tag.encoder().Encode(RowOf(record), key.data());
+        if (std::memcmp(key.data(), bounds.low.data(), bounds.low.size()) < 0) return -1;
+        return std::memcmp(key.data(), bounds.high.data(), bounds.high.size()) > 0 ? 1 : 0;
+    }
+
     // Roughly how much of the tree the bounds take in; nothing when the tree is damaged (and rejected now).
     std::optional<double> ShareOf(std::size_t index, const KeyBounds& bounds) {
         double share = 1;
@@ -326,6 +392,15 @@ void IndexSet::Walk(std::size_t index, const Take& take) {
 void IndexSet::Seek(std::size_t index, const std::vector<technologies::KeyCriterion>& criteria,
                     const Take& take) {
     implementation_->Seek(index, criteria, take);
+}
+
+bool IndexSet::SeekUnlocked(std::size_t index, const std::vector<technologies::KeyCriterion>& criteria,
+                            const Take& take) {
+    return implementation_->SeekUnlocked(index, criteria, take);
+}
+
+bool IndexSet::isUnmarked() const noexcept {
+    return implementation_->isUnmarked();
 }
 
 bool IndexSet::Candidates(const expression::Program& condition, std::vector<std::uint32_t>& records) {

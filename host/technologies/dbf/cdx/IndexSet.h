@@ -54,6 +54,22 @@ public:
     /// `Walk`.
     void Seek(std::size_t index, const std::vector<technologies::KeyCriterion>& criteria, const Take& take);
 
+    /// As Seek, for callers without the index lock: makes no call of the system where the file is in memory,
+    /// and answers true only when what `take` has got is certain, that is, when
+    /// - nobody has changed the file since it was read last, and no change was under way or left by a process
+    /// that
+    ///   died, neither before nor after the search;
+    /// - one page decides it, because it holds the entries next to the bounds as well, and the page is the
+    /// same after
+    ///   the search: so half a change of a program that knows no mark cannot show;
+    /// - the records really have the keys that were searched for.
+    /// False: what `take` has got means nothing, and Seek must be asked. Never fails for what is in the file.
+    bool SeekUnlocked(std::size_t index, const std::vector<technologies::KeyCriterion>& criteria,
+                      const Take& take);
+    /// The mark of changes (transaction/ChangeMark.h) is clear, so the journal has nothing to undo. False as
+    /// well when this cannot be told without a call of the system.
+    bool isUnmarked() const noexcept;
+
     /// True when a usable tag narrows `condition`: `records` then holds all records that may meet it, in
     /// ascending order (a superset of the matches, deleted ones included). False: read all records.
     bool Candidates(const expression::Program& condition, std::vector<std::uint32_t>& records);

@@ -3,73 +3,34 @@
 #include <cstring>
 
 #include "host/technologies/dbf/ByteOrder.h"
-#include "host/technologies/dbf/cdx/Damage.h"
 #include "host/technologies/dbf/cdx/KeyOrder.h"
+#include "host/technologies/dbf/cdx/LeafEntries.h"
 
 namespace zu::dbf::cdx {
 
-namespace {
-
-// Entries are at most eight bytes, but the last ones of a full page end where the page ends.
-std::uint64_t LoadEntry(PageBytes bytes, std::size_t position, unsigned size) noexcept {
-    if (position + 8 <= kPageSize) return LoadLittle<std::uint64_t>(bytes.data() + position);
-    std::uint64_t value = 0;
-    for (unsigned i = size; i-- > 0;)
-        value = value << 8 | std::to_integer<std::uint64_t>(bytes[position + i]);
-    return value;
-}
-
-PageHeader ParseLeafHeader(PageBytes bytes, std::uint32_t offset, LeafLayout& layout) {
-    const PageHeader header = PageHeader::Parse(bytes, offset);
-    if (!header.isLeaf()) FailDamaged(offset, "a leaf is expected, this is an interior page");
-    layout = LeafLayout::Parse(bytes, offset);
-    if (std::size_t{header.count} * layout.entrySize > leaf::kRoom) {
-        FailDamaged(offset, std::to_string(header.count) + " entries of " + std::to_string(layout.entrySize) +
-                                " bytes are more than a page holds");
-    }
-    return header;
-}
-
-}  // namespace
-
 void LeafPage::Unpack(PageBytes bytes, std::uint32_t offset, const KeyShape& shape) {
-    header_ = ParseLeafHeader(bytes, offset, layout_);
+    LeafEntries entries(bytes, offset, shape.length);
+    header_ = entries.header();
+    layout_ = entries.layout();
     statedFree_ = LoadLittle<std::uint16_t>(bytes.data() + leaf::kFree);
     keyLength_ = shape.length;
-    firstDuplicate_ = 0;
     const std::size_t count = header_.count;
     records_.resize(count);
     keys_.resize(count * keyLength_);
 
-    const std::uint32_t recordMask = layout_.recordMask();
-    const std::uint32_t countMask = layout_.countMask();
-    const std::size_t entriesEnd = leaf::kEntries + count * layout_.entrySize;
-    std::size_t position = kPageSize;
     const std::byte* previous = nullptr;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint64_t entry =
-            LoadEntry(bytes, leaf::kEntries + i * layout_.entrySize, layout_.entrySize);
-        records_[i] = static_cast<std::uint32_t>(entry) & recordMask;
-        const auto counts = static_cast<std::uint32_t>(entry >> layout_.recordBits);
-        // The first key shares nothing, whatever the entry says: there is no key before it.
-        const std::size_t duplicate = previous == nullptr ? 0 : counts & countMask;
-        if (previous == nullptr) firstDuplicate_ = counts & countMask;
-        const std::size_t trailing = counts >> layout_.countBits & countMask;
-        if (duplicate + trailing > keyLength_) {
-            FailDamaged(offset, "entry " + std::to_string(i + 1) + " leaves out more bytes than a key has");
-        }
-        const std::size_t fresh = keyLength_ - duplicate - trailing;
-        if (position - entriesEnd < fresh) {
-            FailDamaged(offset, "the key bytes of entry " + std::to_string(i + 1) + " run into the entries");
-        }
-        position -= fresh;
+    for (std::size_t i = 0; entries.Next(); ++i) {
+        records_[i] = entries.record();
         std::byte* key = keys_.data() + i * keyLength_;
+        const std::size_t duplicate = entries.duplicate();
+        const std::size_t used = duplicate + entries.freshCount();
         if (duplicate > 0) std::memcpy(key, previous, duplicate);
-        std::memcpy(key + duplicate, bytes.data() + position, fresh);
-        std::memset(key + duplicate + fresh, std::to_integer<int>(shape.fill), trailing);
+        std::memcpy(key + duplicate, entries.fresh(), entries.freshCount());
+        std::memset(key + used, std::to_integer<int>(shape.fill), keyLength_ - used);
         previous = key;
     }
-    countedFree_ = position - entriesEnd;
+    firstDuplicate_ = entries.claimedDuplicate();
+    countedFree_ = entries.free();
 }
 
 std::size_t LeafPage::LowerBound(const std::byte* key, std::uint32_t record) const noexcept {
@@ -87,14 +48,10 @@ std::size_t LeafPage::LowerBound(const std::byte* key, std::uint32_t record) con
 }
 
 PageHeader LeafPage::ReadRecords(PageBytes bytes, std::uint32_t offset, std::vector<std::uint32_t>& records) {
-    LeafLayout layout;
-    const PageHeader header = ParseLeafHeader(bytes, offset, layout);
-    const std::uint32_t mask = layout.recordMask();
-    for (std::size_t i = 0; i < header.count; ++i) {
-        const std::size_t position = leaf::kEntries + i * layout.entrySize;
-        records.push_back(static_cast<std::uint32_t>(LoadEntry(bytes, position, layout.entrySize)) & mask);
-    }
-    return header;
+    const LeafEntries entries(bytes, offset, 0);
+    for (std::size_t i = 0; i < entries.header().count; ++i)
+        records.push_back(entries.RecordAt(i));
+    return entries.header();
 }
 
 }  // namespace zu::dbf::cdx

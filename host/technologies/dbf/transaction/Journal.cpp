@@ -1,10 +1,12 @@
 #include "host/technologies/dbf/transaction/Journal.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <exception>
 #include <utility>
 
+#include "host/technologies/dbf/DbfFormat.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf::transaction {
@@ -92,6 +94,17 @@ void ReadFully(const files::File& file, std::uint64_t offset, std::span<std::byt
     if (file.ReadAt(offset, buffer) != buffer.size())
         throw Error(ErrorKind::IoFailure,
                     "The file " + file.path() + " is shorter than it was a moment ago.");
+}
+
+// Windows does not make a file shorter that anybody has mapped. What is left behind the old end is harmless
+// then: no page and no memo block refers to it, and the records of a table end at the mark.
+void CutBack(files::File& file, Part part, std::uint64_t size) {
+    try {
+        file.Truncate(size);
+    } catch (const Error& error) {
+        if (error.kind() != ErrorKind::Locked) throw;
+        if (part == Part::Table) file.WriteAt(size, std::array{std::byte{kEndOfFile}});
+    }
 }
 
 }  // namespace
@@ -208,6 +221,7 @@ Journal::Recovery Journal::Recover(const PartFiles& parts) {
     const auto body = ReadSection(0);
     if (!body) {
         Empty();
+        mark_.ClearLeft();
     } else if (body->size() == kKeysMissingSize && body->front() == kKeysMissing) {
         start_ = kHeaderSize + kKeysMissingSize;
         if (const auto change = ReadSection(start_)) {
@@ -221,6 +235,7 @@ Journal::Recovery Journal::Recover(const PartFiles& parts) {
     } else {
         Restore(*body, parts);
         Empty();
+        mark_.ClearLeft();
         recovery.undone = true;
     }
     return recovery;
@@ -229,8 +244,10 @@ Journal::Recovery Journal::Recover(const PartFiles& parts) {
 void Journal::BeginRecordsWithoutKeys(std::uint32_t from) {
     if (!inside_)
         throw Error(ErrorKind::Internal, "records are added by somebody who does not hold the gate");
+    mark_.Set();
     // What an earlier change left behind this place must not be taken for a part of it.
-    ZeroMark(kHeaderSize + kKeysMissingSize);
+    constexpr std::uint64_t kBehind = kHeaderSize + kKeysMissingSize;
+    if (file_->Size() > kBehind) ZeroMark(kBehind);
     buffer_.assign(kHeaderSize, std::byte{0});
     buffer_.push_back(kKeysMissing);
     Put<std::uint32_t>(buffer_, from);
@@ -273,7 +290,7 @@ void Journal::Undo(std::span<const std::byte> body, const PartFiles& parts, cons
                     throw Error(ErrorKind::Damaged, "The journal " + path + " contradicts itself.");
                 if (write) file->WriteAt(offset, bytes);
             }
-            if (write && file->Size() > oldSize) file->Truncate(oldSize);
+            if (write && file->Size() > oldSize) CutBack(*file, static_cast<Part>(number), oldSize);
         }
     }
 }
@@ -299,7 +316,9 @@ void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
             Put<std::uint32_t>(buffer_, length);
             const std::size_t at = buffer_.size();
             buffer_.resize(at + length);
-            ReadFully(*file, range.offset, std::span(buffer_).subspan(at, length));
+            const auto old = std::span(buffer_).subspan(at, length);
+            ReadFully(*file, range.offset, old);
+            if (part == Part::Index) mark_.KeepIn(range.offset, old);
             ++count;
         }
         for (std::size_t i = 0; i < 4; ++i)
@@ -308,10 +327,19 @@ void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
     Seal();
 }
 
-void Journal::Apply(const ChangeSet& changes, const PartFiles& parts) {
-    for (const Part part : kWriteOrder)
-        for (const auto& range : changes.ranges(part))
-            parts[part]->WriteAt(range.offset, changes.data(range));
+void Journal::Apply(const ChangeSet& changes, const PartFiles& parts) const {
+    for (const Part part : kWriteOrder) {
+        for (const auto& range : changes.ranges(part)) {
+            const auto data = changes.data(range);
+            if (part == Part::Index && ChangeMark::LiesIn(range.offset, range.length)) {
+                std::vector<std::byte> marked(data.begin(), data.end());
+                mark_.KeepIn(range.offset, marked);
+                parts[part]->WriteAt(range.offset, marked);
+            } else {
+                parts[part]->WriteAt(range.offset, data);
+            }
+        }
+    }
 }
 
 void Journal::Commit(const ChangeSet& changes, const PartFiles& parts) {
@@ -322,6 +350,7 @@ void Journal::Commit(const ChangeSet& changes, const PartFiles& parts) {
     try {
         file_->WriteAt(start_, buffer_);
         if (durability_ == Durability::PowerCut) file_->Flush();
+        mark_.Set();
     } catch (...) {
         // Nothing was overwritten yet. A journal that cannot be emptied undoes nothing later: it holds what
         // the files hold.
@@ -338,6 +367,7 @@ void Journal::Commit(const ChangeSet& changes, const PartFiles& parts) {
             for (const Part part : kWriteOrder)
                 if (!changes.ranges(part).empty()) parts[part]->Flush();
         Empty();
+        mark_.Clear();
     } catch (...) {
         // If putting back fails too, the journal stays and the next one to open the table does it.
         Undo(std::span(buffer_).subspan(kHeaderSize), parts, path_);
@@ -356,10 +386,12 @@ void Journal::ZeroMark(std::uint64_t offset) {
 
 // A change that was undone, or never made: records without keys stay noted.
 void Journal::ForgetChange() {
-    if (start_ == 0)
-        Empty();
-    else
+    if (start_ != 0) {
         ZeroMark(start_);
+        return;
+    }
+    Empty();
+    mark_.Clear();
 }
 
 void Journal::Empty() {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/technologies/dbf/transaction/ChangeMark.h"
 #include "host/technologies/dbf/transaction/ChangeSet.h"
 #include "host/technologies/dbf/transaction/TableParts.h"
 #include "portable/files/File.h"
@@ -52,6 +53,9 @@ public:
     Journal(const Journal&) = delete;
     Journal& operator=(const Journal&) = delete;
 
+    /// From here on readers are shown by a mark in `index` (null: nowhere) that the journal says something.
+    void MarkIn(files::File* index) noexcept { mark_.Use(index); }
+
     /// Takes the gate without waiting; false when another process is changing the table.
     bool TryEnter();
     void Leave() noexcept;
@@ -86,7 +90,7 @@ private:
     void Restore(std::span<const std::byte> body, const PartFiles& parts);
     void ZeroMark(std::uint64_t offset);
     void Note(const ChangeSet& changes, const PartFiles& parts);
-    static void Apply(const ChangeSet& changes, const PartFiles& parts);
+    void Apply(const ChangeSet& changes, const PartFiles& parts) const;
     static void Undo(std::span<const std::byte> body, const PartFiles& parts, const std::string& path);
     void Seal();
     void ForgetChange();
@@ -99,6 +103,7 @@ private:
     std::string path_;
     files::File& table_;
     Durability durability_;
+    ChangeMark mark_;
     std::unique_ptr<files::File> file_;
     std::vector<std::byte> buffer_;  // header and body of the change under way; kept for its memory
     std::uint64_t start_ = 0;        // where the next change is noted: behind what is said of missing keys

@@ -27,7 +27,9 @@ WriteFiles::WriteFiles(files::FileSystem& system, const TablePaths& paths, const
       table_(system.Open(paths.table, kForWriting)),
       memo_(OpenPart(system, paths.memo)),
       index_(OpenPart(system, paths.index)),
-      journal_(system, paths.journal(), *table_, settings.durability) {}
+      journal_(system, paths.journal(), *table_, settings.durability) {
+    journal_.MarkIn(index_.get());
+}
 
 transaction::PartFiles WriteFiles::parts() const noexcept {
     transaction::PartFiles parts;
@@ -62,6 +64,7 @@ transaction::Journal::Recovery RecoverTable(files::FileSystem& system, const Tab
     // The process that has left the journal is gone, so it matters little how much is made sure: putting the
     // old bytes back can be done again.
     transaction::Journal journal(system, paths.journal(), *table, transaction::Durability::PowerCut);
+    journal.MarkIn(index.get());
     if (!journal.TryEnter()) return {};
     return journal.Recover(parts);
 }
