@@ -54,7 +54,18 @@ struct RecordBatch : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept = 0;
 };
 
+/// Deletes many records of a view's table.
+struct RecordDeletion : IUnknown {
+    /// Deletes all records of the view from the last to the first, as its Delete for each of them would.
+    /// `*deleted` receives for how many that would have answered True. An error ends it; the records before
+    /// are deleted then. They may be marked in blocks, each of which is in the table whole or not at all when
+    /// the process dies.
+    virtual HRESULT STDMETHODCALLTYPE DeleteAll(LONG* deleted) noexcept = 0;
+};
+
 }  // namespace zu
 
 __CRT_UUID_DECL(zu::RecordRuns, 0xB40D7E92, 0x1F6A, 0x4C83, 0x95, 0x2E, 0xE7, 0x08, 0x3B, 0xD1, 0x64, 0x5C)
 __CRT_UUID_DECL(zu::RecordBatch, 0x3F85C6D0, 0xA21B, 0x4D97, 0x8E, 0x53, 0x71, 0xBC, 0x0A, 0xE4, 0x29, 0x6F)
+__CRT_UUID_DECL(zu::RecordDeletion, 0x8F3B6D02, 0x17C9, 0x4E5A, 0x93, 0x6E, 0xD1, 0x40, 0x7A, 0xB5, 0x2C,
+                0xE8)

@@ -12,6 +12,7 @@
 #include "component/table/ReadOnly.h"
 #include "component/table/ShownArgument.h"
 #include "component/table/clsDatabaseDefn.h"
+#include "idl/RecordRuns.h"
 
 namespace zu::component {
 
@@ -52,12 +53,16 @@ STDMETHODIMP Functions::DbfDelete(VARIANT TableDefn, VARIANT* IndexKeyValue, VAR
             TellReadOnly(view, TableDefn);
             return deleted;
         }
-        const LONG count = view.RecordCount();
-        // From the end: a view may drop the rows that go.
-        for (LONG row = count - 1; row >= 0; --row) {
-            if (view.Delete(row)) ++deleted;
+        const LONG rows = view.RecordCount();
+        const auto all = rows > 1 ? com::Share(view.get()).tryAs<RecordDeletion>() : nullptr;
+        if (all) {
+            Check(all->DeleteAll(&deleted));
+        } else {
+            // From the end: a view may drop the rows that go.
+            for (LONG row = rows - 1; row >= 0; --row)
+                if (view.Delete(row)) ++deleted;
         }
-        if (deleted == 0) TellNothingDeleted(TableDefn, key, count);
+        if (deleted == 0) TellNothingDeleted(TableDefn, key, rows);
         return deleted;
     });
 }

@@ -52,18 +52,23 @@ std::optional<std::u16string> ConditionOf(const VARIANT& condition) {
 DataTable::DataTable(std::shared_ptr<technologies::Table> table)
     : table_(std::move(table)), showDeleted_(SettingsStore::Instance().Get().showDeleted) {}
 
-ViewFields DataTable::Fields() const {
-    ViewFields fields;
-    for (const technologies::FieldDescription& field : table_->fields())
-        fields.emplace_back(field);
-    return fields;
+const std::shared_ptr<const ViewFields>& DataTable::Fields() const {
+    if (!fields_) {
+        auto fields = std::make_shared<ViewFields>();
+        fields->reserve(table_->fields().size());
+        for (const technologies::FieldDescription& field : table_->fields())
+            fields->emplace_back(field);
+        fields_ = std::move(fields);
+    }
+    return fields_;
 }
 
 IDispatch* DataTable::ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records, LONG flag) const {
-    std::vector<std::size_t> chosen = ChooseFields(fieldNames, Fields(), table_->name());
+    std::vector<std::size_t> chosen = ChooseFields(fieldNames, *Fields(), table_->name());
     const auto deleted =
         flag != 0 || showDeleted_ ? TableRecords::Deleted::Stay : TableRecords::Deleted::Leave;
-    return MakeView(std::make_shared<TableRecords>(table_, std::move(chosen), std::move(records), deleted))
+    return MakeView(std::make_shared<TableRecords>(table_, Fields(), std::move(chosen), std::move(records),
+                                                   deleted))
         .detach();
 }
 
@@ -94,7 +99,7 @@ HRESULT DataTable::get_Name(BSTR* Result) noexcept {
 
 HRESULT DataTable::Layout(IDispatch** Result) noexcept {
     return GuardedResult(Result, [&] {
-        return MakeView(std::make_shared<VariableRecords>(Wide(table_->name()), Fields(), 0)).detach();
+        return MakeView(std::make_shared<VariableRecords>(Wide(table_->name()), *Fields(), 0)).detach();
     });
 }
 

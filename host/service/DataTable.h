@@ -31,12 +31,14 @@ public:
     HRESULT STDMETHODCALLTYPE Facts(VARIANT* Result) noexcept override;
 
 private:
-    ViewFields Fields() const;
+    /// Made once: a script that looks up record by record makes a view each time.
+    const std::shared_ptr<const ViewFields>& Fields() const;
     IDispatch* ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records, LONG flag) const;
     ::DataIndex* IndexObject(std::size_t index) const;
     std::size_t LocateIndex(const VARIANT& index) const;
 
     std::shared_ptr<technologies::Table> table_;
+    mutable std::shared_ptr<const ViewFields> fields_;
     bool showDeleted_;
     std::optional<std::size_t> openIndex_;
 };

@@ -12,6 +12,11 @@ com::ComPtr<DataView> MakeView(std::shared_ptr<RecordSet> records) {
     return com::MakeObject<DataView>(std::make_shared<ViewCursor>(std::move(records)));
 }
 
+HRESULT DataView::DeleteAll(LONG* deleted) noexcept {
+    return GuardedResult(
+        deleted, [&] { return static_cast<LONG>(cursor()->records()->DeleteAll()); }, Audience::User);
+}
+
 com::ComPtr<ZuDataView> CloneView(const ViewCursor& cursor) {
     return com::ComPtr<ZuDataView>::Adopt(com::MakeObject<DataView>(cursor.Clone()).detach());
 }

@@ -11,7 +11,8 @@
 namespace zu::host {
 
 /// A view as tables hand it out: the records of a selection, or the layout of a table without records.
-class DataView final : public ViewMembers<com::DualObject<DataView, ZuDataView, RecordRuns, RecordBatch>> {
+class DataView final
+    : public ViewMembers<com::DualObject<DataView, ZuDataView, RecordRuns, RecordBatch, RecordDeletion>> {
 public:
     using ViewMembers::ViewMembers;
 
@@ -28,6 +29,7 @@ public:
                                           ULONG count) noexcept override;
     HRESULT STDMETHODCALLTYPE AddStored(const char* record) noexcept override;
     HRESULT STDMETHODCALLTYPE EndBatch(ULONG* lost) noexcept override;
+    HRESULT STDMETHODCALLTYPE DeleteAll(LONG* deleted) noexcept override;
 
 private:
     technologies::RowCells run_;

@@ -62,6 +62,13 @@ bool RecordSet::SetDeleted(std::size_t record, bool deleted) {
     RefuseChange((deleted ? "delete record " : "undelete record ") + std::to_string(RecordNumber(record)));
 }
 
+std::size_t RecordSet::DeleteAll() {
+    std::size_t changed = 0;
+    for (std::size_t record = Count(); record-- > 0;)
+        if (SetDeleted(record, true)) ++changed;
+    return changed;
+}
+
 void RecordSet::Unwatch(Observer& observer) noexcept {
     observers_.erase(std::remove(observers_.begin(), observers_.end(), &observer), observers_.end());
 }

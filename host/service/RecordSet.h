@@ -78,6 +78,10 @@ public:
     /// the set. False when the mark was as wanted already.
     virtual bool SetDeleted(std::size_t record, bool deleted);
 
+    /// Marks all records as deleted, from the last to the first, each as SetDeleted would; answers how many
+    /// marks are others than before.
+    virtual std::size_t DeleteAll();
+
     void Watch(Observer& observer) { observers_.push_back(&observer); }
     void Unwatch(Observer& observer) noexcept;
 

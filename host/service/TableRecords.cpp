@@ -9,16 +9,24 @@
 
 namespace zu::host {
 
-TableRecords::TableRecords(std::shared_ptr<technologies::Table> table, std::vector<std::size_t> chosen,
+TableRecords::TableRecords(std::shared_ptr<technologies::Table> table,
+                           std::shared_ptr<const ViewFields> fields, std::vector<std::size_t> chosen,
                            std::vector<std::uint32_t> numbers, Deleted deleted)
     : table_(std::move(table)),
       chosen_(std::move(chosen)),
       numbers_(std::move(numbers)),
       deleted_(deleted),
-      tableName_(com::AsWide(text::ToUtf16(table_->name()))) {
-    fields_.reserve(chosen_.size());
+      tableName_(com::AsWide(text::ToUtf16(table_->name()))),
+      fields_(std::move(fields)) {
+    bool isAll = chosen_.size() == fields_->size();
+    for (std::size_t i = 0; isAll && i < chosen_.size(); ++i)
+        isAll = chosen_[i] == i;
+    if (isAll) return;
+    auto some = std::make_shared<ViewFields>();
+    some->reserve(chosen_.size());
     for (const std::size_t position : chosen_)
-        fields_.emplace_back(table_->fields().at(position));
+        some->push_back(fields_->at(position));
+    fields_ = std::move(some);
 }
 
 void TableRecords::Read(std::size_t record, std::size_t field, technologies::Value& out) {
@@ -84,6 +92,29 @@ void TableRecords::Join(std::uint32_t number, bool deleted) {
     if (deleted && deleted_ == Deleted::Leave) return;
     numbers_.push_back(number);
     TellJoined();
+}
+
+/// The last `count` records have been marked as deleted.
+void TableRecords::LetLastGo(std::size_t count) {
+    if (deleted_ == Deleted::Stay) return;
+    for (; count > 0; --count) {
+        numbers_.pop_back();
+        TellLeft(numbers_.size());
+    }
+}
+
+std::size_t TableRecords::DeleteAll() {
+    if (!isUpdateable()) return RecordSet::DeleteAll();
+    const std::vector<std::uint32_t> fromTheLast(numbers_.rbegin(), numbers_.rend());
+    technologies::MarkOutcome outcome;
+    try {
+        table_->MarkRecords(fromTheLast, true, outcome);
+    } catch (...) {
+        LetLastGo(outcome.handled);
+        throw;
+    }
+    LetLastGo(outcome.handled);
+    return outcome.changed;
 }
 
 bool TableRecords::SetDeleted(std::size_t record, bool deleted) {

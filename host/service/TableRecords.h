@@ -14,12 +14,12 @@ public:
     /// Whether records that are marked as deleted stay in the set.
     enum class Deleted { Leave, Stay };
 
-    /// `chosen`: the positions of the view's fields in the table.
-    TableRecords(std::shared_ptr<technologies::Table> table, std::vector<std::size_t> chosen,
-                 std::vector<std::uint32_t> numbers, Deleted deleted);
+    /// `fields`: all of the table; `chosen`: the positions of the view's fields among them.
+    TableRecords(std::shared_ptr<technologies::Table> table, std::shared_ptr<const ViewFields> fields,
+                 std::vector<std::size_t> chosen, std::vector<std::uint32_t> numbers, Deleted deleted);
 
     const std::wstring& tableName() const noexcept override { return tableName_; }
-    const ViewFields& fields() const noexcept override { return fields_; }
+    const ViewFields& fields() const noexcept override { return *fields_; }
     std::size_t Count() override { return numbers_.size(); }
     void Read(std::size_t record, std::size_t field, technologies::Value& out) override;
     bool ReadRow(std::size_t record, technologies::RowCells& out) override;
@@ -40,10 +40,12 @@ public:
     std::size_t PlaceInEdit(std::size_t field) const override { return chosen_.at(field); }
     void Join(std::uint32_t number, bool deleted) override;
     bool SetDeleted(std::size_t record, bool deleted) override;
+    std::size_t DeleteAll() override;
 
 private:
     /// The places in the table of `count` fields of the view. Nothing when there is no such field.
     std::optional<std::span<const std::size_t>> PlacesOf(const unsigned long* fields, std::size_t count);
+    void LetLastGo(std::size_t count);
 
     std::shared_ptr<technologies::Table> table_;
     std::vector<std::size_t> chosen_;
@@ -51,7 +53,7 @@ private:
     std::vector<std::uint32_t> numbers_;
     Deleted deleted_;
     std::wstring tableName_;
-    ViewFields fields_;
+    std::shared_ptr<const ViewFields> fields_;
 };
 
 }  // namespace zu::host

@@ -68,6 +68,12 @@ struct TableFact {
     std::string value;
 };
 
+/// How far a run of marks has come.
+struct MarkOutcome {
+    std::size_t handled = 0;    ///< of the records, from the first on
+    std::uint32_t changed = 0;  ///< marks that are others than before
+};
+
 /// One open table of some technology. One-based record numbers. Failures are `zu::Error`s.
 ///
 /// A table belongs to one thread.
@@ -119,6 +125,12 @@ public:
     virtual std::unique_ptr<RecordEdit> NewRecord() {
         throw Error(ErrorKind::Unsupported, "The table " + name() + " can only be read.");
     }
+
+    /// Marks records as deleted, or takes their marks off, in the order given, and saves that alone. A record
+    /// whose mark is as wanted already, also because another process was quicker, is left as it is. `outcome`
+    /// counts up, also when an error ends the run: the records before are marked then. Many records may
+    /// become safe together.
+    virtual void MarkRecords(std::span<const std::uint32_t> records, bool deleted, MarkOutcome& outcome);
 
     /// Begins a batch of new records: a copy or an import. Technologies may gather nothing.
     virtual std::unique_ptr<Batch> BeginBatch() { return std::make_unique<Batch>(); }

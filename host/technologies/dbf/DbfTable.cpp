@@ -1,5 +1,6 @@
 #include "host/technologies/dbf/DbfTable.h"
 
+#include <algorithm>
 #include <array>
 #include <exception>
 #include <utility>
@@ -9,6 +10,7 @@
 #include "host/technologies/dbf/RecordSelector.h"
 #include "host/technologies/dbf/maintenance/FileSwap.h"
 #include "host/technologies/dbf/write/DbfRecordEdit.h"
+#include "host/technologies/dbf/write/RecordMarks.h"
 #include "host/technologies/dbf/write/TableBatch.h"
 #include "portable/error/Error.h"
 #include "portable/files/Path.h"
@@ -299,6 +301,19 @@ std::unique_ptr<technologies::RecordEdit> DbfTable::EditRecord(std::uint32_t rec
 
 std::unique_ptr<technologies::RecordEdit> DbfTable::NewRecord() {
     return std::make_unique<write::DbfRecordEdit>(Writable());
+}
+
+void DbfTable::MarkRecords(std::span<const std::uint32_t> records, bool deleted,
+                           technologies::MarkOutcome& outcome) {
+    using write::RecordMarks;
+    while (!records.empty()) {
+        const auto block = records.first(std::min(records.size(), RecordMarks::kLongestBlock));
+        EndRun();
+        if (block.size() < RecordMarks::kShortestBlock ||
+            !RecordMarks(Writable(), deleted).MarkBlock(block, outcome))
+            Table::MarkRecords(block, deleted, outcome);
+        records = records.subspan(block.size());
+    }
 }
 
 const std::byte* DbfTable::RequireRecord(std::uint32_t record) {

@@ -77,6 +77,8 @@ public:
 
     std::unique_ptr<technologies::RecordEdit> EditRecord(std::uint32_t record) override;
     std::unique_ptr<technologies::RecordEdit> NewRecord() override;
+    void MarkRecords(std::span<const std::uint32_t> records, bool deleted,
+                     technologies::MarkOutcome& outcome) override;
     /// Gathers the keys of new records, unless each change must survive a power cut or a tag refuses equal
     /// keys.
     std::unique_ptr<technologies::Batch> BeginBatch() override;

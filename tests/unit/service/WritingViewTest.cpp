@@ -1,5 +1,6 @@
 #include "ServiceTest.h"
 #include "com/ComError.h"
+#include "idl/RecordRuns.h"
 #include "portable/error/Error.h"
 
 namespace zu::test {
@@ -610,6 +611,41 @@ TEST_F(WritingViewTest, ScriptsWriteThroughTheDefaultMembers) {
     EXPECT_EQ(view.Get(L"Update").get().boolVal, VARIANT_TRUE);
     EXPECT_EQ(Stored(1), L"Alma");
     EXPECT_EQ(Stored(6), L"Frida");
+}
+
+com::ComPtr<RecordDeletion> Deletion(ZuDataView& view) {
+    return com::Share(&view).tryAs<RecordDeletion>();
+}
+
+TEST_F(WritingViewTest, DeletingAllRecordsAtOnceAnswersHowManyMarksAreNew) {
+    const auto view = Everything();
+    Data().deleted[1] = true;  // by somebody else meanwhile
+    LONG deleted = -1;
+    EXPECT_EQ(Deletion(*view)->DeleteAll(&deleted), S_OK);
+    EXPECT_EQ(deleted, 3);
+    EXPECT_EQ(Count(*view), 0) << "deleted records do not show here";
+    EXPECT_EQ(Data().deleted, std::vector<bool>(5, true));
+    EXPECT_EQ(Deletion(*view)->DeleteAll(nullptr), E_POINTER);
+}
+
+TEST_F(WritingViewTest, AnErrorEndsTheDeletingOfAllRecordsWhereItIs) {
+    const auto view = Everything();
+    Data().onSave = []() -> bool {
+        if (Data().saves >= 2) throw Error(ErrorKind::IoFailure, "gone");
+        return true;
+    };
+    LONG deleted = -1;
+    EXPECT_TRUE(FAILED(Deletion(*view)->DeleteAll(&deleted)));
+    Data().onSave = nullptr;
+    EXPECT_EQ(Data().deleted, (std::vector<bool>{false, false, true, true, true})) << "from the last one";
+    EXPECT_EQ(Count(*view), 2);
+    EXPECT_EQ(TextValue(*view, L"NAME"), L"Anna");
+}
+
+TEST_F(WritingViewTest, ATableThatCanOnlyBeReadRefusesTheDeletingOfAllRecords) {
+    Data().writable = false;
+    LONG deleted = -1;
+    EXPECT_TRUE(FAILED(Deletion(*Everything())->DeleteAll(&deleted)));
 }
 
 }  // namespace

@@ -29,6 +29,15 @@ void Change::LockRecord(std::uint32_t number) {
          "Record " + std::to_string(number) + " of");
 }
 
+bool Change::TryLockTable() {
+    const auto ranges = locking::TableLock(files_.settings().scheme, files_.lockedTable());
+    if (files_.table().Size() >= ranges.ranges[0].offset) return false;
+    auto lock = locking::FileLock::TryTake(files_.table(), ranges, files::LockMode::Exclusive);
+    if (!lock) return false;
+    locks_.push_back(std::move(lock));
+    return true;
+}
+
 void Change::LockMemo() {
     Take(*files_.memo(), locking::MemoLock(files_.settings().scheme), "The memo file");
 }

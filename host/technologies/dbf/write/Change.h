@@ -31,6 +31,9 @@ public:
 
     void LockHeader();
     void LockRecord(std::uint32_t number);
+    /// Every record and the header at once, without waiting: false when another program has any of them, or
+    /// when the table is so long that its own bytes would be locked, which Windows then lets nobody read.
+    bool TryLockTable();
     void LockMemo();
     void LockIndex();
 
