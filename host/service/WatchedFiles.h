@@ -37,22 +37,40 @@ private:
         std::uint64_t written = 0;
         bool operator==(const Stamp&) const = default;
     };
-    /// Tells a file from another one that took its name.
-    struct Identity {
-        std::uint64_t number = 0;
-        bool operator==(const Identity&) const = default;
+    /// Keeps a file open to ask for its times; denies nobody anything.
+    class Handle {
+    public:
+        explicit Handle(const std::string& path) noexcept;
+        Handle(const Handle&) = delete;
+        Handle& operator=(const Handle&) = delete;
+        ~Handle();
+
+        /// When the file was last written, renamed or deleted; 0 when that is not known.
+        std::uint64_t Changed() const noexcept;
+        /// Nothing for a file that has no name any more.
+        std::optional<Stamp> Ask() const noexcept;
+
+    private:
+        void* handle_;
     };
     struct Watched {
         std::string path;
         std::optional<Stamp> stamp;
-        bool written = false;                             ///< through this object, since the stamp was taken
-        std::optional<Identity> identity = std::nullopt;  ///< of the file that is written
+        bool written = false;            ///< through this object, since the stamp was taken
+        bool isOpen = false;             ///< by whoever opened it for reading
+        std::unique_ptr<Handle> handle;  ///< once it was asked for
+        std::uint64_t changed = 0;       ///< as of the last look at the path; 0: look again
+        std::uint64_t when = 0;          ///< of that look, in milliseconds of the system's clock
     };
+    class OpenedFile;
+    class KeptFile;
     class WrittenFile;
 
     static std::optional<Stamp> StampOf(const std::string& path);
-    static std::optional<Identity> IdentityOf(const std::string& path);
     static bool IsUnchanged(Watched& file);
+    static bool IsUnchangedByItsPath(Watched& file, const Handle& handle, std::uint64_t changed);
+    /// Null when the file is not open.
+    static Handle* HandleOf(Watched& file);
 
     files::FileSystem& files_;
     std::vector<std::shared_ptr<Watched>> watched_;

@@ -69,6 +69,26 @@ TEST_F(WatchedFilesTest, AnotherFileInThePlaceOfTheWrittenOneIsAChange) {
     EXPECT_FALSE(files_.AreUnchanged());
 }
 
+TEST_F(WatchedFilesTest, AFileThatWasMovedAwayIsAChange) {
+    const auto file = files_.Open(path_, {});
+    EXPECT_TRUE(files_.AreUnchanged());
+    EXPECT_TRUE(files_.AreUnchanged());
+    files::SystemFiles().Replace(path_, path_ + ".old");
+    EXPECT_FALSE(files_.AreUnchanged());
+    folder_.Write(L"table", "as it was");
+    EXPECT_FALSE(files_.AreUnchanged());
+}
+
+TEST_F(WatchedFilesTest, AChangeInTheSameMomentAsTheLookBeforeIsSeen) {
+    const auto file = files_.Open(path_, {});
+    const auto writer = files_.Open(path_, {files::Access::ReadWrite});
+    const auto other = files::SystemFiles().Open(path_, {files::Access::ReadWrite});
+    Append(*writer);
+    EXPECT_TRUE(files_.AreUnchanged());
+    Append(*other);
+    EXPECT_FALSE(files_.AreUnchanged());
+}
+
 TEST_F(WatchedFilesTest, FilesThatAreOnlyWrittenMayComeAndGo) {
     const auto file = files_.Open(path_, {});
     const std::string journal = path_ + ".journal";
