@@ -71,8 +71,12 @@ void TableCopy::CopyRows(FieldMatch match) {
         outcome_.BeginRow();
         const bool atOnce = runs.AddRow();
         outcome_.EndRow(atOnce || rows.CopyRow());
-        job.Reached(outcome_.rows());
-        if (!atOnce) source.MoveNext();
+        if (atOnce) {
+            job.Passed(outcome_.rows());
+        } else {
+            job.Reached(outcome_.rows());
+            source.MoveNext();
+        }
     }
     gathered.Finish();
 }

@@ -117,8 +117,11 @@ void TextImport::ReadLines(textio::LineReader& lines, std::wstring_view path, co
             error = CurrentRunTimeError();
         }
         if (fate == Fate::Failed) Report(error, number, path);
-        if (fate != Fate::Rejected) outcome_.EndRow(fate == Fate::Added);
-        if (job_) job_->Reached(outcome_.rows());
+        if (fate != Fate::Rejected) outcome_.EndRow(fate != Fate::Failed);
+        if (job_ && fate == Fate::AddedAtOnce)
+            job_->Passed(outcome_.rows());
+        else if (job_)
+            job_->Reached(outcome_.rows());
     }
 }
 
@@ -126,7 +129,7 @@ template <class Char>
 auto TextImport::AddRecord(textio::LineCutter<Char>& cutter, std::basic_string_view<Char> line,
                            [[maybe_unused]] const GatheredRows* wholeRows) -> Fate {
     if constexpr (std::is_same_v<Char, char>) {
-        if (wholeRows && AddAtOnce(cutter, line, *wholeRows)) return Fate::Added;
+        if (wholeRows && AddAtOnce(cutter, line, *wholeRows)) return Fate::AddedAtOnce;
     }
     cutter.Start(line);
     Variant blank = Variant::Missing();

@@ -44,7 +44,7 @@ private:
         std::size_t width;
     };
 
-    enum class Fate : unsigned char { Added, Rejected, Failed };
+    enum class Fate : unsigned char { Added, AddedAtOnce, Rejected, Failed };
 
     /// `wholeRows` takes records at once; null where every one goes through its fields.
     template <class Char>

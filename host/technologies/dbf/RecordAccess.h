@@ -17,6 +17,8 @@ public:
     /// The bytes of record `number` (one-based), the deletion mark first; valid until the next call of any
     /// member. Null when the number is out of range.
     virtual const std::byte* Record(std::uint32_t number) = 0;
+    /// Records stay where they are, whatever is read meanwhile, and several threads may read them.
+    virtual bool areStable() const noexcept { return false; }
     /// Fetches memo texts for key expressions that use them; null when the table has none.
     virtual expression::MemoReader* memos() = 0;
 };

@@ -67,6 +67,7 @@ public:
         if (mapped_) return mapped_ + static_cast<std::size_t>(number - 1) * recordLength_;
         return BlockRecord(number);
     }
+    bool areStable() const noexcept override { return isMapped(); }
     expression::MemoReader* memos() override { return memos_; }
 
     /// The records from `first` (one-based, at most Count()) that lie in memory one behind the other, at most

@@ -13,11 +13,10 @@
 
 #include "host/expression/Program.h"
 #include "host/technologies/dbf/cdx/CdxFormat.h"
-#include "host/technologies/dbf/cdx/KeyEncoder.h"
 #include "host/technologies/dbf/cdx/KeyForm.h"
-#include "host/technologies/dbf/cdx/KeySorter.h"
 #include "host/technologies/dbf/cdx/MemoUse.h"
 #include "host/technologies/dbf/cdx/PageStream.h"
+#include "host/technologies/dbf/cdx/SortedKeys.h"
 #include "host/technologies/dbf/cdx/TagHeader.h"
 #include "host/technologies/dbf/cdx/TreeWriter.h"
 #include "portable/error/Error.h"
@@ -76,22 +75,16 @@ public:
 
     TagHeader Write(PageStream& out) {
         const std::uint32_t count = context_.records.Count();
-        KeySorter sorter(form_.length());
-        Collect(sorter, count);
-        sorter.Sort();
-        if (definition_.candidate) RefuseDuplicates(sorter);
+        SortedKeys keys(definition_, context_, form_, meter_);
 
         // Room to double the table before leaves must be packed anew for greater record numbers.
         const std::uint32_t greatest = std::max(count, std::min(count, 0x7FFFFFFFU) * 2);
         TreeWriter tree(out, form_.shape(), greatest);
-        const std::byte* before = nullptr;
-        for (std::size_t i = 0; i < sorter.size(); ++i) {
-            const std::byte* key = sorter.key(i);
-            if (definition_.unique && before != nullptr && std::memcmp(before, key, form_.length()) == 0) {
-                continue;
-            }
-            tree.Add(key, sorter.record(i));
-            before = key;
+        if (definition_.unique || definition_.candidate) {
+            AddDistinct(keys, tree);
+        } else {
+            for (SortedKeys::Entry entry; keys.Next(entry);)
+                tree.Add(entry.key, entry.record);
         }
 
         TagHeader header;
@@ -107,31 +100,22 @@ public:
     }
 
 private:
-    void Collect(KeySorter& sorter, std::uint32_t count) {
-        KeyEncoder encoder(key_, context_.layout, form_);
-        expression::Row row;
-        row.memos = context_.records.memos();
-        if (!filter_) sorter.Reserve(count);
-        for (std::uint32_t number = 1; number <= count; ++number) {
-            if (meter_ != nullptr) meter_->Step();
-            row.record = context_.records.Record(number);
-            if (row.record == nullptr) {
-                throw Error(ErrorKind::Damaged, "record " + std::to_string(number) + " of table \"" +
-                                                    context_.tableName + "\" cannot be read");
-            }
-            row.number = number;
-            if (filter_ && !filter_->Test(row)) continue;
-            encoder.Encode(row, sorter.Add(number));
-        }
-    }
-
-    void RefuseDuplicates(const KeySorter& sorter) const {
-        for (std::size_t i = 1; i < sorter.size(); ++i) {
-            if (std::memcmp(sorter.key(i - 1), sorter.key(i), form_.length()) == 0) {
-                throw Error(ErrorKind::AlreadyExists, "the records " + std::to_string(sorter.record(i - 1)) +
-                                                          " and " + std::to_string(sorter.record(i)) +
+    /// Of equal keys only the first comes into the tree.
+    void AddDistinct(SortedKeys& keys, TreeWriter& tree) const {
+        std::vector<std::byte> before;
+        std::uint32_t recordBefore = 0;
+        for (SortedKeys::Entry entry; keys.Next(entry);) {
+            const std::byte* const end = entry.key + form_.length();
+            const bool again = !before.empty() && std::equal(entry.key, end, before.begin());
+            if (again && definition_.candidate) {
+                throw Error(ErrorKind::AlreadyExists, "the records " + std::to_string(recordBefore) +
+                                                          " and " + std::to_string(entry.record) +
                                                           " have the same key, which the tag does not allow");
             }
+            if (again) continue;
+            tree.Add(entry.key, entry.record);
+            before.assign(entry.key, end);
+            recordBefore = entry.record;
         }
     }
 

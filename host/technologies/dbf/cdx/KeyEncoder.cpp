@@ -10,6 +10,7 @@
 #include "host/technologies/dbf/ByteOrder.h"
 #include "host/technologies/dbf/cdx/KeyBytes.h"
 #include "portable/calendar/Calendar.h"
+#include "portable/text/ByteWords.h"
 #include "portable/text/NumberText.h"
 
 namespace zu::dbf::cdx {
@@ -104,8 +105,9 @@ bool KeyEncoder::EncodeField(const std::byte* record, std::byte* out) const {
         case Storage::Character: {
             if (form_.encoding != KeyEncoding::Text) return false;
             const std::size_t copied = std::min(width, form_.width);
-            std::memcpy(out, raw, copied);
-            std::memset(out + copied, ' ', form_.width - copied);
+            auto* const characters = reinterpret_cast<char*>(out);
+            text::CopyBytes(reinterpret_cast<const char*>(raw), copied, characters);
+            text::FillBlanks(characters + copied, form_.width - copied);
             return true;
         }
         case Storage::NumberText: {

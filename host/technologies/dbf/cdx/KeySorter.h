@@ -21,6 +21,10 @@ public:
     const std::byte* key(std::size_t position) const noexcept {
         return keys_.data() + order_[position].index * keyLength_;
     }
+    /// The entry will be asked for soon: in memory they lie far from each other.
+    void Expect(std::size_t position) const noexcept {
+        if (position < order_.size()) __builtin_prefetch(key(position));
+    }
     std::uint32_t record(std::size_t position) const noexcept { return records_[order_[position].index]; }
 
 private:

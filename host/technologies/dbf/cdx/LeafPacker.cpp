@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "host/technologies/dbf/ByteOrder.h"
+#include "portable/text/ByteWords.h"
 
 namespace zu::dbf::cdx {
 
@@ -35,8 +36,9 @@ bool LeafPacker::Add(const std::byte* key, std::uint32_t record) noexcept {
     }
     entriesEnd_ += layout_.entrySize;
     keysStart_ -= fresh;
-    std::memcpy(bytes_.data() + keysStart_, key + duplicate, fresh);
-    std::memcpy(last_.data() + duplicate, key + duplicate, length - duplicate);
+    const auto* const different = reinterpret_cast<const char*>(key) + duplicate;
+    text::CopyBytes(different, fresh, reinterpret_cast<char*>(bytes_.data()) + keysStart_);
+    text::CopyBytes(different, length - duplicate, reinterpret_cast<char*>(last_.data()) + duplicate);
     lastRecord_ = record;
     ++count_;
     return true;
