@@ -8,7 +8,8 @@ namespace zu::component {
 
 namespace {
 
-constexpr int kWidest = 320;
+constexpr int kWidestBalloon = 320;
+constexpr int kWidestPlain = 600;
 
 TOOLINFOW Tool(HWND window) noexcept {
     TOOLINFOW tool{};
@@ -31,16 +32,19 @@ void CellNote::Show(HWND window, const RECT& place, std::wstring_view text) {
     TOOLINFOW tool = Tool(window);
     tool.lpszText = text_.data();
     if (!balloon_) {
-        balloon_ = CreateWindowExW(
-            WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX | TTS_BALLOON, CW_USEDEFAULT,
-            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, com::Module::handle(), nullptr);
-        SendMessageW(balloon_, TTM_SETMAXTIPWIDTH, 0, kWidest);
+        const DWORD style = WS_POPUP | TTS_NOPREFIX | (form_ == Form::kBalloon ? TTS_BALLOON : 0);
+        balloon_ =
+            CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, style, CW_USEDEFAULT, CW_USEDEFAULT,
+                            CW_USEDEFAULT, CW_USEDEFAULT, window, nullptr, com::Module::handle(), nullptr);
+        SendMessageW(balloon_, TTM_SETMAXTIPWIDTH, 0,
+                     form_ == Form::kBalloon ? kWidestBalloon : kWidestPlain);
         SendMessageW(balloon_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
     } else {
         SendMessageW(balloon_, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
     }
     window_ = window;
-    POINT at{place.left + (place.right - place.left) / 4, place.bottom};
+    // A balloon points with its stem.
+    POINT at{place.left + (form_ == Form::kBalloon ? (place.right - place.left) / 4 : 0), place.bottom};
     ClientToScreen(window, &at);
     SendMessageW(balloon_, TTM_TRACKPOSITION, 0, MAKELPARAM(at.x, at.y));
     SendMessageW(balloon_, TTM_TRACKACTIVATE, TRUE, reinterpret_cast<LPARAM>(&tool));

@@ -7,10 +7,13 @@
 
 namespace zu::component {
 
-/// A balloon that explains something beside a cell until the user goes on.
+/// A small window that tells something beside a cell: a balloon that explains, until the user goes on, or a
+/// plain one.
 class CellNote {
 public:
-    CellNote() noexcept = default;
+    enum class Form { kBalloon, kPlain };
+
+    explicit CellNote(Form form) noexcept : form_(form) {}
     CellNote(const CellNote&) = delete;
     CellNote& operator=(const CellNote&) = delete;
     ~CellNote();
@@ -22,6 +25,7 @@ public:
     const std::wstring& text() const noexcept { return text_; }
 
 private:
+    Form form_;
     HWND balloon_ = nullptr;
     HWND window_ = nullptr;
     std::wstring text_;

@@ -89,6 +89,7 @@ void fgGrid::UpdateScrollBars() {
 void fgGrid::Moved() {
     UpdateScrollBars();
     note_.Hide();
+    tip_.Hide();
     session_.LoadVisible();
     InvalidateRect(handle(), nullptr, FALSE);
     owner_.GridScrolled();
@@ -239,6 +240,7 @@ bool fgGrid::KeyDown(unsigned key) {
     const grid::KeyAction action = grid::ActionFor({key, IsDown(VK_CONTROL), IsDown(VK_SHIFT)});
     if (action.command == Command::kNone) return false;
     note_.Hide();
+    tip_.Hide();
     if (action.command == Command::kMove) {
         session_.MoveTo(
             grid::Moved(session_.current(), action.motion, session_.extent(), viewport_.fullRows()));
@@ -261,6 +263,7 @@ std::optional<Cell> fgGrid::CellUnder(POINT at) const {
 }
 
 void fgGrid::MouseDown(POINT at) {
+    tip_.Hide();
     if (const auto edge = EdgeUnder(at)) {
         dragged_ = edge;
         dragOffset_ = session_.columns().Left(*edge + 1) - viewport_.left() - at.x;
@@ -273,7 +276,25 @@ void fgGrid::MouseDown(POINT at) {
 }
 
 void fgGrid::MouseMove(POINT at) {
-    if (dragged_) DragColumn(at.x);
+    if (dragged_)
+        DragColumn(at.x);
+    else
+        tip_.MouseOver(handle(), CellUnder(at));
+}
+
+void fgGrid::ShowTip() {
+    const std::optional<Cell> cell = tip_.cell();
+    // What explains a value that was refused stands where the tip would.
+    if (!cell || dragged_ || note_.isVisible() || !session_.Loaded(cell->row)) return;
+    const std::wstring text = session_.TextAt(*cell);
+    if (IsCutOff(*cell, text)) tip_.Show(handle(), CellPlace(*cell), text);
+}
+
+bool fgGrid::IsCutOff(Cell cell, std::wstring_view text) const {
+    const std::u16string shown = grid::ShownText(com::AsUtf16(text));
+    if (shown.size() < text.size()) return true;
+    const int room = session_.columns()[cell.column].width - 2 * GridPainter::Padding(dpi_);
+    return WidthOf(handle(), fonts_->plain.get(), com::AsWide(shown)) > room;
 }
 
 void fgGrid::DragColumn(int x) {
@@ -414,6 +435,8 @@ LRESULT fgGrid::Answer(WPARAM what, LPARAM which) const {
             return viewport_.rowHeight();
         case kNoteShown:
             return note_.isVisible();
+        case kTipShown:
+            return tip_.isVisible();
         default:
             return -1;
     }
@@ -476,6 +499,12 @@ LRESULT fgGrid::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_MOUSEMOVE:
             MouseMove(at);
+            return 0;
+        case WM_MOUSEHOVER:
+            ShowTip();
+            return 0;
+        case WM_MOUSELEAVE:
+            tip_.MouseOver(handle(), std::nullopt);
             return 0;
         case WM_LBUTTONUP:
             if (dragged_) ReleaseCapture();

@@ -7,6 +7,7 @@
 
 #include "com/ComPtr.h"
 #include "component/ui/CellNote.h"
+#include "component/ui/CellTip.h"
 #include "component/ui/Drawing.h"
 #include "component/ui/EditSession.h"
 #include "component/ui/GridAccessible.h"
@@ -84,6 +85,7 @@ public:
         kHeaderHeight,
         kRowHeight,
         kNoteShown,
+        kTipShown,  ///< the whole text of a cell that is cut off
     };
 
 protected:
@@ -98,6 +100,8 @@ private:
     bool KeyDown(unsigned key);
     void MouseDown(POINT at);
     void MouseMove(POINT at);
+    void ShowTip();
+    bool IsCutOff(grid::Cell cell, std::wstring_view text) const;
     void MouseDoubleClick(POINT at);
     void DragColumn(int x);
     void FitColumn(int column);
@@ -113,7 +117,8 @@ private:
     std::unique_ptr<Fonts> fonts_;
     int dpi_ = USER_DEFAULT_SCREEN_DPI;
     grid::Viewport viewport_;
-    CellNote note_;
+    CellNote note_{CellNote::Form::kBalloon};
+    CellTip tip_;
     com::ComPtr<GridAccessible> accessible_;
     std::optional<int> dragged_;  ///< the column being resized
     int dragOffset_ = 0;

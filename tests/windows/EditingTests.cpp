@@ -152,6 +152,24 @@ TEST_F(GridEditing, AColumnIsResizedByDraggingItsEdgeAndFittedByADoubleClick) {
     EXPECT_TRUE(script_->WaitFor([&] { return form_->State(fgGrid::kColumnWidth, 1) < width; }));
 }
 
+TEST_F(GridEditing, TheMouseAtRestOnACellThatIsCutOffShowsItsWholeText) {
+    Edit(FivePeople());
+    const LONG width = static_cast<LONG>(form_->State(fgGrid::kColumnWidth, 1));
+    form_->Drag({width - 1, 8}, {29, 8});
+    ASSERT_TRUE(script_->WaitFor([&] { return form_->State(fgGrid::kColumnWidth, 1) < width; }));
+    form_->RestAt(form_->MiddleOf(3, 1));
+    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 1));
+    // Ages fit into their column.
+    form_->RestAt(form_->MiddleOf(3, 2));
+    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 0));
+    SendMessageW(form_->gridWindow(), WM_MOUSEHOVER, 0, 0);
+    EXPECT_EQ(form_->State(fgGrid::kTipShown), 0);
+    form_->RestAt(form_->MiddleOf(4, 1));
+    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 1));
+    form_->Press(VK_DOWN);
+    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 0));
+}
+
 TEST_F(GridEditing, CopiesACellAndARowWithItsHeadings) {
     Edit(FivePeople());
     const auto clipboard = [] {

@@ -155,6 +155,11 @@ void FormDriver::Wheel(int notches, POINT at) const {
     Send({MouseAt(at, 0), MouseAt(at, MOUSEEVENTF_WHEEL, notches * WHEEL_DELTA)});
 }
 
+void FormDriver::RestAt(POINT at) const {
+    ClientToScreen(grid_, &at);
+    Send({MouseAt({at.x - 1, at.y}, 0), MouseAt(at, 0)});
+}
+
 LRESULT FormDriver::State(WPARAM what, LPARAM which) const {
     return Ask(grid_, fgGrid::StateMessage(), what, which);
 }

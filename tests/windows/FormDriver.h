@@ -38,6 +38,8 @@ public:
     void DoubleClick(POINT at) const;
     void Drag(POINT from, POINT to) const;
     void Wheel(int notches, POINT at) const;
+    /// Moves the mouse there and lets it rest.
+    void RestAt(POINT at) const;
 
     /// One number of the grid's state; see fgGrid::State.
     LRESULT State(WPARAM what, LPARAM which = 0) const;

@@ -77,6 +77,13 @@ void TakeAll(Camera& camera) {
         form.Press(VK_F2);
         form.WaitForEditor(true);
     });
+    camera.Take("tip", edit, [](FormDriver& form, RunningScript& script) {
+        const LONG right = static_cast<LONG>(form.State(fgGrid::kColumnLeft, 3));
+        form.Drag({right - 1, 8}, {right - 130, 8});
+        script.WaitFor([&] { return form.State(fgGrid::kColumnLeft, 3) < right; });
+        form.RestAt(form.MiddleOf(5, 2));
+        form.WaitForState(fgGrid::kTipShown, 1);
+    });
     camera.Take("refused", edit, [](FormDriver& form, RunningScript&) {
         form.Click(form.MiddleOf(4, 1));
         form.WaitForCell(4, 1);
