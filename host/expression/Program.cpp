@@ -31,6 +31,12 @@ bool Uses(const Node& node, std::string_view function) {
                        [function](const NodePtr& child) { return Uses(*child, function); });
 }
 
+bool ReadsMemos(const Node& node, const RecordLayout& layout) {
+    if (node.kind == NodeKind::Field && layout.fields[node.field].storage == Storage::Memo) return true;
+    return std::any_of(node.children.begin(), node.children.end(),
+                       [&layout](const NodePtr& child) { return ReadsMemos(*child, layout); });
+}
+
 void CopyResult(const Slot& value, Result& out) {
     out.type = value.type;
     out.isNull = value.isNull || value.isEmpty;
@@ -71,6 +77,7 @@ struct Program::Implementation {
         if (canBeCondition && layout != nullptr) condition = std::make_unique<Condition>(*root, *compiler);
         usesDeleted = Uses(*root, "DELETED");
         usesRecordNumber = Uses(*root, "RECNO");
+        usesMemos = layout != nullptr && ReadsMemos(*root, *layout);
     }
 
     const Condition& AsCondition() const {
@@ -92,6 +99,7 @@ struct Program::Implementation {
     std::string canonical;
     bool usesDeleted = false;
     bool usesRecordNumber = false;
+    bool usesMemos = false;
 };
 
 Program::Program(std::unique_ptr<Implementation> implementation) noexcept
@@ -112,6 +120,11 @@ Program Program::CompileBytes(std::string_view source, const RecordLayout& layou
 
 Program Program::CompileDynamic(std::u16string_view source) {
     return Program(std::make_unique<Implementation>(source, nullptr));
+}
+
+Program Program::Again() const {
+    return Program(
+        std::make_unique<Implementation>(implementation_->source, implementation_->machine.layout));
 }
 
 Type Program::type() const noexcept {
@@ -145,6 +158,9 @@ bool Program::usesDeleted() const noexcept {
 }
 bool Program::usesRecordNumber() const noexcept {
     return implementation_->usesRecordNumber;
+}
+bool Program::usesMemos() const noexcept {
+    return implementation_->usesMemos;
 }
 const std::string& Program::canonical() const noexcept {
     return implementation_->canonical;

@@ -82,6 +82,9 @@ public:
     Program& operator=(Program&&) noexcept;
     ~Program();
 
+    /// The same program once more, for another thread.
+    Program Again() const;
+
     /// The type of the result as far as it is known before running.
     Type type() const noexcept;
     /// Texts: the greatest number of bytes that the result can have (an index key has this length), SIZE_MAX
@@ -95,6 +98,8 @@ public:
     /// The expression depends on the deletion mark or the record number.
     bool usesDeleted() const noexcept;
     bool usesRecordNumber() const noexcept;
+    /// The expression reads memo fields.
+    bool usesMemos() const noexcept;
     /// A canonical text: two expressions that differ only in case, blanks and alias have the same one.
     const std::string& canonical() const noexcept;
 

@@ -34,6 +34,7 @@ private:
     std::vector<std::uint32_t> All();
     std::vector<std::uint32_t> Matching(const expression::Program& condition, std::size_t limit);
     std::vector<std::uint32_t> Scan(const expression::Program& condition, std::size_t limit);
+    std::vector<std::uint32_t> ScanInHalves(const expression::Program& condition);
     bool Candidates(const expression::Program& condition, std::vector<std::uint32_t>& candidates);
     std::vector<std::uint32_t> Check(const expression::Program& condition,
                                      const std::vector<std::uint32_t>& candidates, std::size_t limit);

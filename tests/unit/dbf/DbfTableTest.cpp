@@ -107,6 +107,19 @@ TEST_F(DbfTableTest, SelectsByCondition) {
     EXPECT_TRUE(Select(*table, u"N < 0").empty());
 }
 
+TEST_F(DbfTableTest, SelectsFromManyRecordsAsFromFew) {
+    // Enough of them for two threads.
+    constexpr int kCount = 200'003;
+    WriteNumbers(kCount);
+    Records expected;
+    for (std::uint32_t number = 3; number <= kCount; number += 10)
+        expected.push_back(number);
+    const auto table = Open();
+    EXPECT_EQ(Select(*table, u"GROUP = 'G3'"), expected);
+    EXPECT_EQ(Select(*table, u"GROUP = 'G3'", 5), (Records{3, 13, 23, 33, 43}));
+    EXPECT_TRUE(Select(*table, u"N < 0").empty());
+}
+
 TEST_F(DbfTableTest, SelectsAcrossBlocksWithoutAMapping) {
     WriteNumbers(200'000);
     files_.AllowMapping(false);
