@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <utility>
 #include <vector>
 
 #include "host/engine/Log.h"
@@ -35,28 +36,28 @@ SettingsStore& SettingsStore::Instance() {
 
 SettingsStore::SettingsStore() {
     std::vector<std::wstring> faults;
-    settings_ =
-        ReadSettings(FindSettingsFile(), [&faults](const std::wstring& text) { faults.push_back(text); });
-    OpenLog(settings_);
+    settings_ = std::make_shared<const Settings>(
+        ReadSettings(FindSettingsFile(), [&faults](const std::wstring& text) { faults.push_back(text); }));
+    OpenLog(*settings_);
     for (const std::wstring& fault : faults)
         Log::Instance().Write(LogLevel::Warning, fault);
 }
 
-Settings SettingsStore::Get() const {
+std::shared_ptr<const Settings> SettingsStore::Share() const {
     const std::lock_guard lock(mutex_);
     return settings_;
 }
 
 SettingResult SettingsStore::Put(std::wstring_view name, std::wstring_view text, std::wstring* expected) {
     const std::lock_guard lock(mutex_);
-    Settings changed = settings_;
+    Settings changed = *settings_;
     const SettingResult result = ApplySetting(changed, name, text, expected);
     if (result != SettingResult::Done) return result;
     changed.dataFolder = FullPath(changed.dataFolder);
     changed.logFile = FullPath(changed.logFile);
-    const bool newLog = changed.logFile != settings_.logFile || changed.logLevel != settings_.logLevel;
-    settings_ = changed;
-    if (newLog) OpenLog(settings_);
+    const bool newLog = changed.logFile != settings_->logFile || changed.logLevel != settings_->logLevel;
+    settings_ = std::make_shared<const Settings>(std::move(changed));
+    if (newLog) OpenLog(*settings_);
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -14,7 +15,9 @@ class SettingsStore {
 public:
     static SettingsStore& Instance();
 
-    Settings Get() const;
+    Settings Get() const { return *Share(); }
+    /// The settings as they are now; another object as soon as one of them is put.
+    std::shared_ptr<const Settings> Share() const;
     /// Sets one setting; a new log file or level counts at once, a relative folder or file starts at the
     /// current folder. See ApplySetting.
     SettingResult Put(std::wstring_view name, std::wstring_view text, std::wstring* expected);
@@ -23,7 +26,7 @@ private:
     SettingsStore();
 
     mutable std::mutex mutex_;
-    Settings settings_;
+    std::shared_ptr<const Settings> settings_;
 };
 
 }  // namespace zu::host

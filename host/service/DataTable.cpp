@@ -50,7 +50,7 @@ std::optional<std::u16string> ConditionOf(const VARIANT& condition) {
 }  // namespace
 
 DataTable::DataTable(std::shared_ptr<technologies::Table> table)
-    : table_(std::move(table)), showDeleted_(SettingsStore::Instance().Get().showDeleted) {}
+    : table_(std::move(table)), showDeleted_(SettingsStore::Instance().Share()->showDeleted) {}
 
 const std::shared_ptr<const ViewFields>& DataTable::Fields() const {
     if (!fields_) {

@@ -2,6 +2,10 @@
 
 #include <windows.h>
 
+#include <memory>
+#include <mutex>
+#include <utility>
+
 #include "com/Bstr.h"
 #include "host/engine/EngineState.h"
 #include "host/engine/SettingsStore.h"
@@ -24,9 +28,10 @@ std::wstring CurrentFolder() {
     return folder;
 }
 
-technologies::TechnologySettings TechnologySettingsOf(const Settings& settings) {
+technologies::TechnologySettings TechnologySettingsOf(const Settings& settings,
+                                                      const std::wstring& currentFolder) {
     technologies::TechnologySettings result;
-    result.dataFolder = Utf8(settings.dataFolder.empty() ? CurrentFolder() : settings.dataFolder);
+    result.dataFolder = Utf8(settings.dataFolder.empty() ? currentFolder : settings.dataFolder);
     result.codePage = settings.codePage;
     result.showDeleted = settings.showDeleted;
     result.blankNumbersAreNull = settings.blankNumbersAreNull;
@@ -91,6 +96,60 @@ TableReuse::Opened OpenNew(const DatabaseName& name, const std::string& table,
     }
 }
 
+/// A table as callers name it, brought into the form in which it is opened. Scripts ask for the same one
+/// again and again: the last one is kept.
+struct Request {
+    std::shared_ptr<const Settings> settings;
+    std::wstring folder;  ///< the current one, where the settings name none
+    std::wstring database;
+    std::wstring table;
+
+    DatabaseName name;
+    std::string tableName;
+    technologies::TechnologySettings technologySettings;
+    std::string reuseName;
+};
+
+class LastRequest {
+public:
+    static LastRequest& Instance() {
+        static auto* const last = new LastRequest;  // never destroyed, as TableReuse
+        return *last;
+    }
+    std::shared_ptr<const Request> Get() const {
+        const std::lock_guard lock(mutex_);
+        return request_;
+    }
+    void Put(std::shared_ptr<const Request> request) {
+        const std::lock_guard lock(mutex_);
+        request_.swap(request);
+    }
+
+private:
+    mutable std::mutex mutex_;
+    std::shared_ptr<const Request> request_;
+};
+
+std::shared_ptr<const Request> RequestFor(std::wstring_view database, std::wstring_view table) {
+    auto settings = SettingsStore::Instance().Share();
+    std::wstring folder = settings->dataFolder.empty() ? CurrentFolder() : std::wstring();
+    auto last = LastRequest::Instance().Get();
+    if (last && last->settings == settings && last->folder == folder && last->database == database &&
+        last->table == table)
+        return last;
+    auto request = std::make_shared<Request>();
+    request->technologySettings = TechnologySettingsOf(*settings, folder);
+    request->name = SplitDatabaseName(database);
+    request->tableName = Utf8(table);
+    request->reuseName = ReuseName(request->name, request->tableName, request->technologySettings);
+    request->settings = std::move(settings);
+    request->folder = std::move(folder);
+    request->database = database;
+    request->table = table;
+    LastRequest::Instance().Put(request);
+    return request;
+}
+
 }  // namespace
 
 std::string ShownName(const DatabaseName& name, const std::string& table) {
@@ -106,22 +165,21 @@ DatabaseName SplitDatabaseName(std::wstring_view name) {
         name.remove_prefix(bar + 1);
     }
     if (result.technology.empty())
-        result.technology = Utf8(SettingsStore::Instance().Get().defaultTechnology);
+        result.technology = Utf8(SettingsStore::Instance().Share()->defaultTechnology);
     result.database = Utf8(name);
     return result;
 }
 
 std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name) {
-    return Make(name, files::SystemFiles(), TechnologySettingsOf(SettingsStore::Instance().Get()));
+    return Make(name, files::SystemFiles(),
+                TechnologySettingsOf(*SettingsStore::Instance().Share(), CurrentFolder()));
 }
 
 std::shared_ptr<technologies::Table> OpenTableByName(std::wstring_view database, std::wstring_view table) {
-    const Settings settings = SettingsStore::Instance().Get();
-    const technologies::TechnologySettings technologySettings = TechnologySettingsOf(settings);
-    const DatabaseName name = SplitDatabaseName(database);
-    const std::string tableName = Utf8(table);
-    return TableReuse::Instance().Open(ReuseName(name, tableName, technologySettings), settings.reuseTables,
-                                       [&] { return OpenNew(name, tableName, technologySettings); });
+    const auto request = RequestFor(database, table);
+    return TableReuse::Instance().Open(request->reuseName, request->settings->reuseTables, [&] {
+        return OpenNew(request->name, request->tableName, request->technologySettings);
+    });
 }
 
 }  // namespace zu::host
