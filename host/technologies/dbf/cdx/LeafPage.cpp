@@ -18,7 +18,7 @@ void LeafPage::Unpack(PageBytes bytes, std::uint32_t offset, const KeyShape& sha
     records_.resize(count);
     keys_.resize(count * keyLength_);
 
-    const std::byte* previous = nullptr;
+    const std::byte* previous = keys_.data();
     for (std::size_t i = 0; entries.Next(); ++i) {
         records_[i] = entries.record();
         std::byte* key = keys_.data() + i * keyLength_;
