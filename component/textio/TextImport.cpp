@@ -151,7 +151,10 @@ bool TextImport::AddAtOnce(textio::LineCutter<char>& cutter, std::string_view li
             before(line.data() + line.size(), token.data() + token.size()))
             token = kept_[position].assign(token);
         textio::Cell cell;
-        if (!cellReader_.Read(field.kind, token, cell)) return false;
+        const bool isDecimal = static_cast<textio::FieldType>(field.kind.type) == textio::FieldType::Decimal;
+        if (!(isDecimal && textio::CellReader::ReadDigits(token, cell)) &&
+            !cellReader_.Read(field.kind, token, cell))
+            return false;
         if (static_cast<textio::FieldType>(field.kind.type) == textio::FieldType::Boolean) {
             const std::optional<bool> truth = values_.Truth(token);
             if (!truth) return false;

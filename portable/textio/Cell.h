@@ -36,7 +36,9 @@ struct Cell {
         Double,       ///< `number`
         Date,   ///< `integer`, a Julian day, and `length` milliseconds since midnight, which no text shows
         Bytes,  ///< `length` bytes at `bytes`, in the code page of the file
-        Characters  ///< `length` UTF-16 units at `characters`
+        Characters,  ///< `length` UTF-16 units at `characters`
+        Digits  ///< the text of a number, `length` bytes at `bytes`, the last `scale` behind a point: see
+                ///< OfDigits
     };
 
     Kind kind = Kind::Null;
@@ -84,6 +86,14 @@ struct Cell {
         cell.kind = Kind::Bytes;
         cell.length = static_cast<std::uint32_t>(text.size());
         cell.bytes = text.data();
+        return cell;
+    }
+    /// For new records alone. At most 15 digits, no needless zero in front, a minus sign when it is less than
+    /// zero, and a point when digits stand behind it.
+    static Cell OfDigits(std::string_view text, std::uint8_t scale) noexcept {
+        Cell cell = OfBytes(text);
+        cell.kind = Kind::Digits;
+        cell.scale = scale;
         return cell;
     }
     static Cell OfCharacters(std::u16string_view text) noexcept {

@@ -45,6 +45,36 @@ bool ReadDecimal(std::string_view text, Cell& cell) noexcept {
 
 }  // namespace
 
+bool CellReader::ReadDigits(std::string_view token, Cell& cell) noexcept {
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const char* at = token.data();
+    const char* const end = at + token.size();
+    while (at != end && *at == ' ')
+        ++at;
+    const char* const begin = at;
+    const bool negative = at != end && *at == '-';
+    if (negative) ++at;
+    const char* const whole = at;
+    bool zero = true;
+    for (; at != end && isDigit(*at); ++at)
+        zero = zero && *at == '0';
+    if (at == whole || (*whole == '0' && at - whole > 1)) return false;
+    auto digits = at - whole;
+    std::ptrdiff_t scale = 0;
+    if (at != end) {
+        if (*at != '.') return false;
+        const char* const fraction = ++at;
+        for (; at != end && isDigit(*at); ++at)
+            zero = zero && *at == '0';
+        scale = at - fraction;
+        digits += scale;
+        if (at != end || scale == 0) return false;
+    }
+    if (digits > static_cast<std::ptrdiff_t>(kMostDigits) || (negative && zero)) return false;
+    cell = Cell::OfDigits({begin, static_cast<std::size_t>(end - begin)}, static_cast<std::uint8_t>(scale));
+    return true;
+}
+
 bool CellReader::Read(const ImportField& field, std::string_view token, Cell& cell) {
     if (static_cast<FieldType>(field.type) == FieldType::Decimal) return ReadDecimal(token, cell);
     using Kind = ReadValue<char>::Kind;

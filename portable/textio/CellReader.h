@@ -18,6 +18,10 @@ public:
     /// token: what it means is for the engine to say. `token` must outlive the cell.
     bool Read(const ImportField& field, std::string_view token, Cell& cell);
 
+    /// Makes a cell of digits of a token that a number field can take as it stands. False: Read tells what it
+    /// is.
+    static bool ReadDigits(std::string_view token, Cell& cell) noexcept;
+
 private:
     ValueReader& reader_;
 };

@@ -71,6 +71,18 @@ auto LineCutter<Char>::NextDelimited() -> View {
     if (isAtEnd()) return {};
     const bool quoted = quoting_ && line_[position_] == quote_;
     const std::size_t start = position_ + (quoted ? 1 : 0);
+    if constexpr (std::is_same_v<Char, char>) {
+        if (!quoted && quoting_ && separator_.size() == 1) {
+            // Most tokens: no quote before the separator.
+            const char* const end = line_.data() + line_.size();
+            const char* const found = text::FindEither(line_.data() + start, end, separator_.front(), quote_);
+            if (found == end || *found == separator_.front()) {
+                const auto at = static_cast<std::size_t>(found - line_.data());
+                position_ = found == end ? at : at + 1;
+                return line_.substr(start, at - start);
+            }
+        }
+    }
     if (!quoted) {
         const View token = line_.substr(start, PassSeparator() - start);
         const bool plain = !quoting_ || FindIn<Char>(token, 0, quote_) == View::npos;

@@ -95,6 +95,55 @@ TEST_F(Rows, TakeNumbersUpToTheWidthOfTheField) {
     EXPECT_FALSE(Takes(kWhole, Cell::OfInteger(2'147'483'648)));
 }
 
+TEST_F(Rows, TakeDigitsAsTheyTakeTheNumber) {
+    const std::string_view numbers[] = {"0",
+                                        "7",
+                                        "-7",
+                                        "0.5",
+                                        "-0.5",
+                                        "12.50",
+                                        "12.345",
+                                        "12.344",
+                                        "-12.345",
+                                        "999999",
+                                        "999999.99",
+                                        "999999.995",
+                                        "-99999.99",
+                                        "-99999.995",
+                                        "1000000",
+                                        "-100000",
+                                        "0.001",
+                                        "-0.001",
+                                        "123456789012345",
+                                        "0.00000000000001"};
+    for (const int decimals : {0, 2, 5}) {
+        for (const std::string_view text : numbers) {
+            const auto point = text.find('.');
+            const auto scale =
+                static_cast<std::uint8_t>(point == std::string_view::npos ? 0 : text.size() - point - 1);
+            std::string units(text);
+            std::erase(units, '.');
+            std::vector<std::byte> left[2];
+            std::uint32_t taken[2];
+            for (const std::size_t way : {0U, 1U}) {
+                files::MemoryFiles files;
+                TableWriter(files, kTablePath, Format::FoxPro2, 0x03, {{"N", 'N', 9, decimals, false}},
+                            {2024, 1, 31})
+                    .Close({});
+                const auto numbered = OpenTable(files);
+                const auto gathered = numbered->BeginBatch();
+                const Cell cell =
+                    way == 0 ? Cell::OfDecimal(std::stoll(units), scale) : Cell::OfDigits(text, scale);
+                taken[way] = gathered->AddRow({&cell, 1}, {kPlaces, 1}, kPage);
+                gathered->Finish();
+                left[way] = files.Get(kTablePath);
+            }
+            EXPECT_EQ(taken[0], taken[1]) << text << " with " << decimals << " decimals";
+            EXPECT_TRUE(left[0] == left[1]) << text << " with " << decimals << " decimals";
+        }
+    }
+}
+
 TEST_F(Rows, AreLeftToEditsWhereACellNeedsACloserLook) {
     EXPECT_FALSE(Takes(kText, Cell::OfBytes("thirteen long")));
     EXPECT_TRUE(Takes(kText, Cell::OfBytes("twelve chars   "))) << "blanks at the end do not count";

@@ -110,6 +110,44 @@ TEST_F(Cells, OfDatesHoldTheDayAndBlankOnesNothing) {
     EXPECT_FALSE(Read(FieldType::Date, "20240230"));
 }
 
+TEST_F(Cells, OfDigitsAreMadeOfTokensThatStandAsANumberFieldHasThem) {
+    for (const char* token :
+         {"0", "7", "-7", "   12", "0.5", "-0.50", "12.00", "123456789012345", "1.00000000000000"}) {
+        Cell digits;
+        ASSERT_TRUE(CellReader::ReadDigits(token, digits)) << token;
+        EXPECT_EQ(digits.kind, Cell::Kind::Digits);
+        const std::string_view whole(token);
+        EXPECT_EQ(std::string_view(digits.bytes, digits.length), whole.substr(whole.find_first_not_of(' ')));
+        const auto decimal = Read(FieldType::Decimal, token);
+        ASSERT_TRUE(decimal);
+        EXPECT_EQ(digits.scale, decimal->scale) << token;
+    }
+    for (const char* token : {"",
+                              " ",
+                              "-",
+                              ".",
+                              "5.",
+                              ".5",
+                              "-.5",
+                              "007",
+                              "00",
+                              "-0",
+                              "-0.00",
+                              "+1",
+                              "1 ",
+                              "- 1",
+                              "1e3",
+                              "1,5",
+                              "1.2.3",
+                              "--1",
+                              "1234567890123456",
+                              "12345678.12345678",
+                              "x"}) {
+        Cell digits;
+        EXPECT_FALSE(CellReader::ReadDigits(token, digits)) << token;
+    }
+}
+
 TEST_F(Cells, AreNotMadeForTypesThatThePlatformConverts) {
     for (const FieldType type :
          {FieldType::Currency, FieldType::Single, FieldType::Integer16, FieldType::Byte})

@@ -168,6 +168,7 @@ bool RowEncoder::EncodeCell(const Cell& cell, std::size_t field) {
         case FieldKind::MemoText:
             return EncodeMemo(cell, field);
         case FieldKind::Number:
+            if (cell.kind == Kind::Digits) return EncodeDigits(cell, field);
             if (cell.kind == Kind::Integer) return EncodeDecimal(cell.integer, 0, field);
             return cell.kind == Kind::Decimal && EncodeDecimal(cell.integer, cell.scale, field);
         case FieldKind::Integer:
@@ -230,6 +231,29 @@ bool RowEncoder::EncodeText(const Cell& cell, std::size_t field) {
         PutText(text, Characters(record_.data()) + layout.offset, layout.width);
     else
         fields_.SetBytes(record_.data(), field, text);
+    return true;
+}
+
+bool RowEncoder::EncodeDigits(const Cell& cell, std::size_t field) {
+    const auto& layout = table_.layout.record.fields[field];
+    const std::string_view digits(cell.bytes, cell.length);
+    if (cell.scale > layout.decimals || layout.nullBit >= 0) {
+        std::int64_t units = 0;
+        for (const char c : digits)
+            if (c >= '0') units = units * 10 + (c - '0');  // signs and points lie below the digits
+        return EncodeDecimal(digits.front() == '-' ? -units : units, cell.scale, field);
+    }
+    const std::size_t missing =
+        layout.decimals == 0 ? 0 : layout.decimals - cell.scale + (cell.scale == 0 ? 1U : 0U);
+    if (digits.size() + missing > layout.width) return false;
+    char* at = Characters(record_.data()) + layout.offset;
+    const std::size_t blanks = layout.width - digits.size() - missing;
+    text::FillBlanks(at, blanks);
+    at += blanks;
+    text::CopyBytes(digits.data(), digits.size(), at);
+    at += digits.size();
+    if (missing != 0 && cell.scale == 0) *at++ = '.';
+    std::fill_n(at, layout.decimals - cell.scale, '0');
     return true;
 }
 

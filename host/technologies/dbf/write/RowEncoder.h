@@ -62,6 +62,7 @@ private:
     bool EncodeCell(const textio::Cell& cell, std::size_t field);
     bool EncodeText(const textio::Cell& cell, std::size_t field);
     bool EncodeMemo(const textio::Cell& cell, std::size_t field);
+    bool EncodeDigits(const textio::Cell& cell, std::size_t field);
     bool EncodeDecimal(std::int64_t units, unsigned scale, std::size_t field);
     /// The text of a cell in the table's page, in the cell itself or in `encoded`; nothing when it cannot be
     /// had without loss.
