@@ -21,6 +21,13 @@ struct EngineState {
     /// The state of the calling thread.
     static EngineState& Current();
 
+    EngineState() = default;
+    /// Closes the tables that are only kept for the next use: a process that ends at once would leave their
+    /// journals behind.
+    ~EngineState();
+    EngineState(const EngineState&) = delete;
+    EngineState& operator=(const EngineState&) = delete;
+
     Messages messages;
     ContextItems context;
     Routines routines;

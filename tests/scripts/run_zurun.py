@@ -153,7 +153,18 @@ def tables(check, facts):
     path = check.file("routine.vbs", f"Echo DbfOpen(\"{folder}>customers\").Process(\"Count\", \"\", , 5)\r\n"
                       "Function Count()\r\n  Err.Raise 513, \"me\", \"the routine broke\"\r\nEnd Function\r\n")
     check.expect("a routine that fails is reported at its own line, and the run ends with 1", check.run(path), 1, out="0\n",
-                 err_has=[f"{path}:3:3: the routine broke"])
+                 err_has=[f"{path}:3:3: the routine broke", "Record 1 of those selected from table \"customers\", routine Count"])
+    changed = check.work / "changed"
+    shutil.rmtree(changed, ignore_errors=True)
+    changed.mkdir()
+    for suffix in (".dbf", ".cdx"):
+        shutil.copyfile(pathlib.Path(facts["folder"]) / f"customers{suffix}", changed / f"customers{suffix}")
+    table = windows_path(changed) + ">customers"
+    check.expect("a script that changes a table again and again",
+                 check.run("-e", f"For i = 1 To 3\nEcho DbfUpdate(\"{table}\", i, Array(\"ID\", 90000 + i))\nNext"),
+                 out="True\nTrue\nTrue\n", err="")
+    left = sorted(file.name for file in changed.iterdir())
+    check.results.add(check.group, "leaves no journal behind", None if left == ["customers.cdx", "customers.dbf"] else str(left))
     copies = check.work / "failing"
     shutil.rmtree(copies, ignore_errors=True)
     copies.mkdir()
