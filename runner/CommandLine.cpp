@@ -164,7 +164,8 @@ In the script
 
 Exit codes
   0 done, 1 script error or a command that failed, 2 faults found (check, repair), 64 wrong usage,
-  66 script file not readable, 70 no script engine, 130 Ctrl+C, or the code given to Quit.
+  66 script file not readable, 70 no script engine, 74 failed and could tell nobody, 130 Ctrl+C, or the
+  code given to Quit.
   ZURUN_EOL=lf in the environment ends output lines with LF alone, NO_COLOR leaves colours out.
 )";
 }

@@ -1,5 +1,7 @@
 #include "component/table/ZuDbRef.h"
 
+#include <string>
+
 #include "component/engine/Trapped.h"
 #include "component/table/OptionalArgument.h"
 #include "component/table/ProcessTable.h"
@@ -15,6 +17,19 @@ constexpr const wchar_t* kFriends[] = {L"DataBaseName", L"TableName",    L"SetDe
                                        L"Table",        L"CurrentIndex", L"FilterFlagged", L"LookupFlagged",
                                        L"CreateTable",  L"DropTable"};
 
+bool IsBlank(const BSTR* name) noexcept {
+    return !name || com::View(*name).find_first_not_of(L' ') == std::wstring_view::npos;
+}
+
+/// The service says itself why an index that was named cannot be opened.
+void TellNoIndex(const TableReference& table) {
+    const std::wstring_view name =
+        table.TableName().empty() ? table.DataBaseName().view() : table.TableName().view();
+    TellReason(STG_E_FILENOTFOUND,
+               L"Table \"" + std::wstring(name) + L"\" has no index that could be its default one",
+               ReasonFor::Asking);
+}
+
 }  // namespace
 
 com::DispatchOptions ZuDbRef::dispatchOptions() noexcept {
@@ -24,7 +39,10 @@ com::DispatchOptions ZuDbRef::dispatchOptions() noexcept {
 STDMETHODIMP ZuDbRef::OpenIndex(BSTR* Indexname, VARIANT_BOOL* Result) {
     const FunctionCall call;
     return Trapped(Result, [&] {
-        return Indexname && *Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex();
+        const bool opened =
+            Indexname && *Indexname ? reference_.OpenIndex(Indexname) : reference_.OpenDefaultIndex();
+        if (!opened && reference_.Table() && IsBlank(Indexname)) TellNoIndex(reference_);
+        return opened;
     });
 }
 

@@ -106,6 +106,10 @@ fails "DbfVarDeclare without such a table", f.DbfVarDeclare(nowhere), Nothing, "
 ' ---- an open table
 Set ref = f.DbfOpen(table)
 fails "OpenIndex of an unknown index", ref.OpenIndex("NOSUCH"), False, "customers|NOSUCH"
+Set view = f.DbfOpen(foreign)
+fails "OpenIndex where there is none", view.OpenIndex(""), False, "foreign|no index"
+fails "OpenIndex without a name where there is none", view.OpenIndex(), False, "foreign|no index"
+Set view = Nothing
 fails "Filter with a faulty condition", ref.Filter("ID <"), Nothing, "customers|ID <|expected a value"
 fails "Process without a routine", ref.Process(""), 0, "routine|missing"
 fails "Process with an unknown routine", ref.Process("Missing"), 0, "Missing"
