@@ -97,6 +97,23 @@ TEST_P(JournalTest, WritesTheWholeChange) {
                            "far behind the end|index: KEY34.6789|");
 }
 
+TEST_P(JournalTest, WritesEachPieceToItsPlaceWhetherItTouchesOthersOrNot) {
+    ChangeSet change;
+    change.Write(Part::Index, 0, Bytes("aa"));
+    change.Write(Part::Index, 2, Bytes("bb"));  // touches the first
+    change.Write(Part::Index, 6, Bytes("dd"));  // leaves a gap
+    change.Write(Part::Index, 4, Bytes("cc"));  // lies before it in the file alone
+    change.Write(Part::Memo, 2, Bytes("M"));    // between two of the index in the set
+    change.Write(Part::Index, 8, Bytes("ee"));
+    change.Write(Part::Index, 10, Bytes("ff"));
+    change.Write(Part::Index, 2, Bytes("BB"));  // again
+    Process process(system, GetParam());
+    ASSERT_TRUE(process.journal.TryEnter());
+    process.journal.Commit(change, process.parts);
+    process.journal.Leave();
+    EXPECT_EQ(State(), "table: 0123456789|meMo: 0123456789|aaBBccddeeff56789|");
+}
+
 TEST_P(JournalTest, AfterACrashAtAnyWriteTheNextProcessFindsAllOrNothing) {
     const std::string before = State();
     const std::string after = StateAfterChange();

@@ -329,14 +329,21 @@ void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
 
 void Journal::Apply(const ChangeSet& changes, const PartFiles& parts) const {
     for (const Part part : kWriteOrder) {
-        for (const auto& range : changes.ranges(part)) {
-            const auto data = changes.data(range);
-            if (part == Part::Index && ChangeMark::LiesIn(range.offset, range.length)) {
+        // Pages that lie one behind the other, in the set as in the file, are written together.
+        const auto& ranges = changes.ranges(part);
+        for (auto range = ranges.begin(); range != ranges.end();) {
+            auto whole = *range++;
+            for (; range != ranges.end() && range->offset == whole.offset + whole.length &&
+                   range->position == whole.position + whole.length;
+                 ++range)
+                whole.length += range->length;
+            const auto data = changes.data(whole);
+            if (part == Part::Index && ChangeMark::LiesIn(whole.offset, whole.length)) {
                 std::vector<std::byte> marked(data.begin(), data.end());
-                mark_.KeepIn(range.offset, marked);
-                parts[part]->WriteAt(range.offset, marked);
+                mark_.KeepIn(whole.offset, marked);
+                parts[part]->WriteAt(whole.offset, marked);
             } else {
-                parts[part]->WriteAt(range.offset, data);
+                parts[part]->WriteAt(whole.offset, data);
             }
         }
     }
