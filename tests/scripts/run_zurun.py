@@ -197,7 +197,8 @@ def interruption(check, facts):
                       "    said = True\r\n  End If\r\n  Work = True\r\nEnd Function\r\n")
     check.expect("Ctrl+C ends a long job, which says how far it came", check.run(path, interrupt=True), 130, out="1\n",
                  err_has=["process: ended after ", " records"])
-    # Numbers alone, doubled until a job on them takes long enough to be ended in the middle.
+    # Numbers alone, doubled until a job on them takes seconds: it shall be watched, and ended in the middle. An export
+    # is the fastest of all and writes them many times.
     folder = check.work / "long-jobs"
     shutil.rmtree(folder, ignore_errors=True)
     folder.mkdir()
@@ -206,7 +207,9 @@ def interruption(check, facts):
                         f"  DbfFromDbf \"{table}\", \"{table}\"\nNext\nEcho DbfCount(\"{table}\")")
     check.expect("the table for long jobs is made", outcome, out=f"{facts['orders'] * 128}\n")
     text = windows_path(folder / "numbers.txt")
-    for job, code in {"copy": f"DbfToDbf \"{table}\", \"{table}2\"", "export": f"DbfToDel \"{table}\", \"{text}\"",
+    fields = ", ".join(['"ID"'] * 20)
+    for job, code in {"copy": f"DbfToDbf \"{table}\", \"{table}2\"",
+                      "export": f"DbfToDel \"{table}\", \"{text}\", , Array({fields})",
                       "index": f"DbfIndex \"{table}\", Array(\"STR(ID, 10) + STR(-ID, 10)\")"}.items():
         check.expect(f"Ctrl+C ends a job of many records: {job}", check.run("-e", f"Echo 1\n{code}\nEcho 2", interrupt=True), 130,
                      out="1\n", err_has=[" ended after ", " records"])
