@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "com/ComError.h"
+#include "com/QuotedText.h"
 #include "com/ScriptList.h"
 #include "com/Variant.h"
 #include "component/table/KeyCondition.h"
@@ -13,12 +14,6 @@ namespace {
 
 constexpr std::size_t kMostCharacters = 100;
 constexpr std::size_t kMostElements = 8;
-
-std::wstring Quoted(std::wstring_view text) {
-    std::wstring quoted = L"\"" + std::wstring(text.substr(0, kMostCharacters));
-    quoted += text.size() > kMostCharacters ? L"...\"" : L"\"";
-    return quoted;
-}
 
 std::wstring ShownList(const std::vector<com::Variant>& elements) {
     std::wstring text = L"(";
@@ -31,7 +26,7 @@ std::wstring ShownList(const std::vector<com::Variant>& elements) {
 }
 
 std::wstring ShownValue(const VARIANT& content) {
-    if (const auto text = com::TextOf(content)) return Quoted(*text);
+    if (const auto text = com::TextOf(content)) return com::Quoted(*text, kMostCharacters);
     std::vector<com::Variant> elements;
     if (com::ReadList(content, elements)) return ShownList(elements);
     switch (content.vt & ~VT_BYREF) {

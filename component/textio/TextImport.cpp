@@ -6,6 +6,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/QuotedText.h"
 #include "component/engine/EngineLink.h"
 #include "component/engine/RunTimeError.h"
 #include "component/engine/Trapped.h"
@@ -27,12 +28,6 @@ std::wstring_view WithoutBlanks(std::wstring_view text) noexcept {
     const std::size_t first = text.find_first_not_of(L' ');
     if (first == std::wstring_view::npos) return {};
     return text.substr(first, text.find_last_not_of(L' ') - first + 1);
-}
-
-std::wstring Quoted(std::wstring_view text) {
-    std::wstring quoted = L"\"" + std::wstring(text.substr(0, kMostShown));
-    quoted += text.size() > kMostShown ? L"...\"" : L"\"";
-    return quoted;
 }
 
 template <class Char>
@@ -201,11 +196,12 @@ void TextImport::Report(const std::optional<com::ComError>& error, std::uint64_t
         std::wstring where = L"Row " + std::to_wstring(outcome_.rows()) + L" (line " + std::to_wstring(line) +
                              L") of " + std::wstring(path) + L" was not added: ";
         if (error && filling_)
-            where += L"field " + NameOf(notes_.field()) + L" does not take " + Quoted(token_) + L": ";
+            where += L"field " + NameOf(notes_.field()) + L" does not take " +
+                     com::Quoted(token_, kMostShown) + L": ";
         std::wstring remarks;
         for (const FieldNotes::Note& note : notes_.notes())
-            remarks += L"; field " + NameOf(note.field) + L" holds " + Quoted(note.token) + L" where " +
-                       note.expected + L" was expected";
+            remarks += L"; field " + NameOf(note.field) + L" holds " + com::Quoted(note.token, kMostShown) +
+                       L" where " + note.expected + L" was expected";
         if (error) TellReason(error->code(), where + DescriptionOf(*error) + remarks, ReasonFor::Asking);
         Engine().messages().Trace(
             where + (error ? RunTimeErrorText(*error, kFunction) : L"the table refused the record") +

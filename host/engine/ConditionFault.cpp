@@ -1,6 +1,7 @@
 #include "host/engine/ConditionFault.h"
 
 #include "com/Bstr.h"
+#include "com/QuotedText.h"
 #include "host/engine/MessageCatalogue.h"
 #include "portable/text/Utf.h"
 
@@ -20,8 +21,7 @@ std::wstring WithoutPosition(std::wstring text) {
 
 std::wstring FaultReason(const Error& fault, std::wstring_view expression) {
     std::wstring reason = WithoutPosition(std::wstring(com::AsWide(text::ToUtf16(fault.what()))));
-    reason += L", in \"" + std::wstring(expression.substr(0, kMostShown));
-    return reason + (expression.size() > kMostShown ? L"...\"" : L"\"");
+    return reason + L", in " + com::Quoted(expression, kMostShown);
 }
 
 com::ComError ConditionFault(const Error& fault, std::wstring_view expression, std::wstring_view where) {

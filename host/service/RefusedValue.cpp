@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "com/Bstr.h"
+#include "com/QuotedText.h"
 #include "com/ScriptList.h"
 #include "com/Variant.h"
 
@@ -39,10 +40,7 @@ std::wstring_view Wanted(FieldType type) noexcept {
 
 std::wstring Shown(const VARIANT& value) {
     const VARIANT& content = com::Dereference(value);
-    if (const auto text = com::TextOf(content)) {
-        std::wstring quoted = L"\"" + std::wstring(text->substr(0, kMostShown));
-        return quoted + (text->size() > kMostShown ? L"...\"" : L"\"");
-    }
+    if (const auto text = com::TextOf(content)) return com::Quoted(*text, kMostShown);
     if (com::IsArray(content)) return L"an array";
     if (content.vt == VT_BOOL) return content.boolVal ? L"True" : L"False";
     const VARTYPE type = content.vt & ~VT_BYREF;
