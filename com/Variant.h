@@ -23,6 +23,10 @@ bool IsMissing(const VARIANT* value) noexcept;
 /// The text when the VARIANT holds one (VT_BSTR, also by reference); nothing for any other content.
 std::optional<std::wstring_view> TextOf(const VARIANT& value) noexcept;
 
+inline VARIANT_BOOL ToVariantBool(bool value) noexcept {
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
 /// True for the kinds of content that own nothing: numbers, dates, truth values, errors, no content.
 constexpr bool OwnsNothing(VARTYPE type) noexcept {
     constexpr DWORD kPlain = 1U << VT_EMPTY | 1U << VT_NULL | 1U << VT_I2 | 1U << VT_I4 | 1U << VT_R4 |
@@ -54,7 +58,7 @@ public:
     explicit Variant(const wchar_t* text) : Variant(std::wstring_view(text)) {}
     explicit Variant(bool value) noexcept {
         value_.vt = VT_BOOL;
-        value_.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+        value_.boolVal = ToVariantBool(value);
     }
     explicit Variant(LONG value) noexcept {
         value_.vt = VT_I4;
@@ -105,10 +109,6 @@ private:
 
 /// The automation conversion of any VARIANT to `type` (VariantChangeTypeEx, invariant locale).
 Variant Convert(const VARIANT& value, VARTYPE type);
-
-inline VARIANT_BOOL ToVariantBool(bool value) noexcept {
-    return value ? VARIANT_TRUE : VARIANT_FALSE;
-}
 
 /// The object in a VARIANT under interface T, looked through references; null for Nothing or another content.
 template <class T>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <exception>
 #include <system_error>
 #include <thread>
@@ -13,10 +12,9 @@ inline bool HaveSecondProcessor() noexcept {
 }
 
 /// Runs `own` here and `other` on a thread of its own, and comes back when both have ended. What `own` throws
-/// goes to the caller, else what `other` throws. `stop` is set when the work of `other` is not wanted any
-/// more, because `own` has failed. Where no thread can be had, one runs after the other.
+/// goes to the caller, else what `other` throws. Where no thread can be had, one runs after the other.
 template <class Own, class Other>
-void RunBeside(const Own& own, const Other& other, std::atomic<bool>& stop) {
+void RunBeside(const Own& own, const Other& other) {
     std::exception_ptr failure;
     std::thread thread;
     try {
@@ -35,7 +33,6 @@ void RunBeside(const Own& own, const Other& other, std::atomic<bool>& stop) {
     try {
         own();
     } catch (...) {
-        stop = true;
         thread.join();
         throw;
     }

@@ -1,6 +1,5 @@
 #include "host/technologies/dbf/RecordSelector.h"
 
-#include <atomic>
 #include <numeric>
 
 #include "host/technologies/dbf/DbfFormat.h"
@@ -114,9 +113,8 @@ std::vector<std::uint32_t> RecordSelector::ScanInHalves(const expression::Progra
     const expression::RecordRun upper = records_.Run(half + 1, count - half);
     const expression::Program again = condition.Again();
     std::vector<std::uint32_t> found, rest;
-    std::atomic<bool> stop{false};  // neither half waits for anything
     threads::RunBeside([&] { condition.Filter(lower, includeDeleted_, 0, found); },
-                       [&] { again.Filter(upper, includeDeleted_, 0, rest); }, stop);
+                       [&] { again.Filter(upper, includeDeleted_, 0, rest); });
     found.insert(found.end(), rest.begin(), rest.end());
     return found;
 }

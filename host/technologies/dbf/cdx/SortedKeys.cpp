@@ -155,13 +155,23 @@ void SortedKeys::Collect(Half& half, bool tells) {
     half.keys->Sort();
 }
 
+/// Collects the keys of the first half; where that fails, those of the other one are not wanted any more.
+void SortedKeys::CollectOwn() {
+    try {
+        Collect(halves_[0], true);
+    } catch (...) {
+        stop_ = true;
+        throw;
+    }
+}
+
 /// Collects the keys of the next part; false when there is none.
 bool SortedKeys::CollectPart() {
     if (part_ == parts_) return false;
     if (halves_[1].scan)
-        threads::RunBeside([&] { Collect(halves_[0], true); }, [&] { Collect(halves_[1], false); }, stop_);
+        threads::RunBeside([&] { CollectOwn(); }, [&] { Collect(halves_[1], false); });
     else
-        Collect(halves_[0], true);
+        CollectOwn();
     ++part_;
     return true;
 }

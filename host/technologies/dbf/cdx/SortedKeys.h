@@ -63,6 +63,7 @@ private:
 
     void Divide(std::size_t most);
     bool CollectPart();
+    void CollectOwn();
     void Collect(Half& half, bool tells);
     bool IsInPart(const std::byte* key, std::uint32_t record) const noexcept;
     void Tell(std::uint32_t record);
