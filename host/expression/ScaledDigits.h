@@ -1,8 +1,8 @@
 #pragma once
 
-#include <bit>
 #include <cstdint>
-#include <cstring>
+
+#include "portable/text/ByteWords.h"
 
 namespace zu::expression {
 
@@ -17,9 +17,8 @@ struct EightDigits {
     bool isAllBlank = false;  ///< there is no digit at all
 };
 
-/// `characters` as loaded from memory: the first one in the lowest byte.
+/// `characters` as text::LoadWord answers them.
 inline EightDigits ReadEightDigits(std::uint64_t characters) noexcept {
-    static_assert(std::endian::native == std::endian::little);
     EightDigits result;
     std::uint64_t digits = characters ^ 0x3030303030303030U;
     // A blank (0x20) is 0x10 now. Blanks may only stand in front: in the low bytes.
@@ -44,9 +43,7 @@ inline EightDigits ReadEightDigits(std::uint64_t characters) noexcept {
 
 /// Eight bytes of digits, the first ones possibly blanks, as their value; false for anything else.
 inline bool ParseEightDigits(const char* at, std::uint32_t& value) noexcept {
-    std::uint64_t characters = 0;
-    std::memcpy(&characters, at, sizeof characters);
-    const EightDigits digits = ReadEightDigits(characters);
+    const EightDigits digits = ReadEightDigits(text::LoadWord(at));
     value = digits.value;
     return digits.isNumber;
 }
@@ -54,29 +51,16 @@ inline bool ParseEightDigits(const char* at, std::uint32_t& value) noexcept {
 /// `width` (4 to 16) characters of digits, the first ones possibly blanks; false for anything else. Reads
 /// nothing outside them: shorter runs are put together from two loads that overlap.
 inline bool ParseDigitRun(const char* at, unsigned width, std::int64_t& value) noexcept {
-    constexpr std::uint64_t kBlanks = 0x2020202020202020U;
-    std::uint64_t last = 0;
     if (width < 8) {
-        std::uint32_t front = 0;
-        std::uint32_t back = 0;
-        std::memcpy(&front, at, sizeof front);
-        std::memcpy(&back, at + width - 4, sizeof back);
-        const unsigned missing = 8 * (8 - width);
-        last = std::uint64_t{front} << missing | std::uint64_t{back} << 32;
-        if (missing != 0) last |= kBlanks >> (64 - missing);
-        const EightDigits digits = ReadEightDigits(last);
+        const EightDigits digits = ReadEightDigits(text::LoadBehindBlanks(at, width));
         value = digits.value;
         return digits.isNumber;
     }
-    std::memcpy(&last, at + width - 8, sizeof last);
-    const EightDigits low = ReadEightDigits(last);
+    const EightDigits low = ReadEightDigits(text::LoadWord(at + width - 8));
     value = low.value;
     if (!low.isNumber || width == 8) return low.isNumber;
-    std::uint64_t first = 0;
-    std::memcpy(&first, at, sizeof first);
-    const unsigned missing = 8 * (16 - width);
-    if (missing != 0) first = first << missing | kBlanks >> (64 - missing);
-    if (first == kBlanks) return true;
+    const std::uint64_t first = text::LoadInFrontOfLastWord(at, width);
+    if (first == text::kBlanks) return true;
     const EightDigits high = ReadEightDigits(first);
     constexpr std::int64_t kShift = 100000000;
     value += high.value * kShift;

@@ -39,6 +39,22 @@ inline constexpr std::uint64_t kTopBits = WordOf('\x80');
 inline constexpr std::uint64_t kBlanks = WordOf(' ');
 inline constexpr std::uint64_t kZeros = WordOf('0');
 
+/// The 4 to 7 characters of a field as the last ones of a word, blanks in front of them. Reads nothing
+/// outside the field.
+inline std::uint64_t LoadBehindBlanks(const char* field, unsigned width) noexcept {
+    const unsigned missing = 8 * (8 - width);
+    return std::uint64_t{LoadHalfWord(field)} << missing |
+           std::uint64_t{LoadHalfWord(field + width - 4)} << 32 | kBlanks >> (64 - missing);
+}
+
+/// The characters that the last eight of a field of 8 to 16 leave, as the last ones of a word, blanks in
+/// front of them.
+inline std::uint64_t LoadInFrontOfLastWord(const char* field, unsigned width) noexcept {
+    if (width == 8) return kBlanks;
+    const unsigned missing = 8 * (16 - width);
+    return missing == 0 ? LoadWord(field) : LoadWord(field) << missing | kBlanks >> (64 - missing);
+}
+
 /// Not 0 when one of the bytes is 0.
 constexpr std::uint64_t HasZeroByte(std::uint64_t word) noexcept {
     return (word - WordOf('\x01')) & ~word & kTopBits;

@@ -65,20 +65,17 @@ inline bool DigitsField::Load(const char* field, Words& words) const noexcept {
             // More digits than a number of 64 bits has are left to others.
             return std::all_of(field, end - 16, [](char c) { return c == ' '; });
         }
-        const unsigned missing = 8 * (kCharacters - width_);
-        words.low = width_ == 8 ? kBlanks : LoadWord(field) << missing | kBlanks >> (64 - missing);
+        words.low = LoadInFrontOfLastWord(field, width_);
         return true;
     }
     words.low = kBlanks;
-    const unsigned missing = 8 * (8 - width_);
-    std::uint64_t bytes = 0;
+    words.high = kBlanks;
     if (width_ >= 4) {
-        bytes = LoadHalfWord(field) | std::uint64_t{LoadHalfWord(end - 4)} << (8 * (width_ - 4));
+        words.high = LoadBehindBlanks(field, width_);
     } else {
-        for (unsigned i = 0; i < width_; ++i)
-            bytes |= std::uint64_t{static_cast<unsigned char>(field[i])} << (8 * i);
+        for (; field != end; ++field)
+            words.high = words.high >> 8 | std::uint64_t{static_cast<unsigned char>(*field)} << 56;
     }
-    words.high = bytes << missing | kBlanks >> (64 - missing);
     return true;
 }
 
