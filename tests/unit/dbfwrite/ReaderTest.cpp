@@ -40,13 +40,6 @@ protected:
         return OpenTable(files, settings);
     }
 
-    /// The records with this id, as the tag says.
-    static std::vector<std::uint32_t> SeekId(DbfTable& table, std::int64_t id) {
-        KeyCriterion criterion;
-        criterion.value = Integer(id);
-        return table.Seek(*table.FindIndex("ID"), {criterion}, 0, true);
-    }
-
     /// Gives a third of the records other ids, so that keys leave and enter pages all over the tree.
     static void Renumber(DbfTable& table) {
         for (std::uint32_t record = 1; record <= kRecords; record += 3) {
@@ -107,19 +100,7 @@ TEST_F(Readers, UndoWhatAProcessThatDiedMeanwhileHasLeft) {
     const auto reader = OpenReader(memory_);
     for (std::size_t step = 1; step < 40; ++step) {
         const std::int64_t id = 200'000 + static_cast<std::int64_t>(step);
-        {
-            const auto writer = OpenTable(others_);
-            others_.FailAt(step, FaultyFiles::Fault::Torn);
-            try {
-                const auto edit = writer->EditRecord(150);
-                edit->Set(kId, Integer(id));
-                edit->Set(kName, Text(u"moved to the far end"));
-                edit->Save();
-            } catch (const Error&) {
-                // It has died on the way.
-            }
-        }
-        others_.Heal();
+        DieWhileMoving(others_, step, FaultyFiles::Fault::Torn, 150, id);
         // The table says what the key is now; the tag must say the same.
         const auto found = SeekId(*reader, id);
         const bool isSaved = Shown(*OpenTable(memory_), 150, kId) == std::to_string(id);

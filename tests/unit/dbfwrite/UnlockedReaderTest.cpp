@@ -42,11 +42,6 @@ protected:
         return OpenTable(first_, settings);
     }
 
-    static Records SeekId(DbfTable& table, std::int64_t id, std::uint32_t most = 0) {
-        KeyCriterion criterion;
-        criterion.value = Integer(id);
-        return table.Seek(*table.FindIndex("ID"), {criterion}, most, true);
-    }
     static Records SeekName(DbfTable& table, std::u16string_view begin) {
         KeyCriterion criterion;
         criterion.value = Text(begin);
@@ -177,19 +172,7 @@ TEST_F(UnlockedReaders, UndoWhatAProcessThatDiedMeanwhileHasLeft) {
         for (std::size_t step = 1; step < 30; ++step) {
             const std::int64_t id =
                 (fault == FaultyFiles::Fault::Crash ? 200'000 : 300'000) + static_cast<std::int64_t>(step);
-            {
-                const auto writer = OpenTable(others_);
-                others_.FailAt(step, fault);
-                try {
-                    const auto edit = writer->EditRecord(150);
-                    edit->Set(kId, Integer(id));
-                    edit->Set(kName, Text(u"moved to the far end"));
-                    edit->Save();
-                } catch (const Error&) {
-                    // It has died on the way.
-                }
-            }
-            others_.Heal();
+            DieWhileMoving(others_, step, fault, 150, id);
             const auto found = SeekId(*reader, id);
             // What a reader has seen stays.
             const bool isSaved = Shown(*OpenTable(first_), 150, kId) == std::to_string(id);

@@ -95,6 +95,29 @@ std::uint32_t Append(DbfTable& table, std::int64_t id, std::u16string_view name)
     return edit->record();
 }
 
+std::vector<std::uint32_t> SeekId(DbfTable& table, std::int64_t id, std::uint32_t most) {
+    technologies::KeyCriterion criterion;
+    criterion.value = Integer(id);
+    return table.Seek(*table.FindIndex("ID"), {criterion}, most, true);
+}
+
+void DieWhileMoving(files::FaultyFiles& files, std::size_t step, files::FaultyFiles::Fault fault,
+                    std::uint32_t record, std::int64_t id) {
+    {
+        const auto writer = OpenTable(files);
+        files.FailAt(step, fault);
+        try {
+            const auto edit = writer->EditRecord(record);
+            edit->Set(kId, Integer(id));
+            edit->Set(kName, Text(u"moved to the far end"));
+            edit->Save();
+        } catch (const Error&) {
+            // It has died on the way.
+        }
+    }
+    files.Heal();
+}
+
 void ExpectSoundIndex(files::FileSystem& files) {
     const auto table = OpenTable(files);
     for (const auto& index : table->indexes())

@@ -8,6 +8,7 @@
 #include "host/technologies/Technology.h"
 #include "host/technologies/dbf/DbfTable.h"
 #include "host/technologies/dbf/TableWriter.h"
+#include "portable/files/FaultyFiles.h"
 #include "portable/files/File.h"
 
 namespace zu::dbf::test {
@@ -39,6 +40,14 @@ std::string ShownRecord(DbfTable& table, std::uint32_t record);
 
 /// Appends a record with an id and a name.
 std::uint32_t Append(DbfTable& table, std::int64_t id, std::u16string_view name);
+
+/// The records with this id, as the tag says; at most `most` of them (0: all).
+std::vector<std::uint32_t> SeekId(DbfTable& table, std::int64_t id, std::uint32_t most = 0);
+
+/// Gives a record this id and a name at the far end, in a process that ends at a step of the change (see
+/// FaultyFiles); the files work again afterwards.
+void DieWhileMoving(files::FaultyFiles& files, std::size_t step, files::FaultyFiles::Fault fault,
+                    std::uint32_t record, std::int64_t id);
 
 /// Checks the production index against the table; fails the test for every fault that the checker finds.
 void ExpectSoundIndex(files::FileSystem& files);
