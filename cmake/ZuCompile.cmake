@@ -3,7 +3,7 @@
 add_library(zu_settings INTERFACE)
 target_include_directories(zu_settings INTERFACE "${CMAKE_SOURCE_DIR}")
 target_compile_options(zu_settings INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Werror
+    -Wall -Wextra -Wpedantic -Wshadow -Woverloaded-virtual -Wsuggest-override -Wzero-as-null-pointer-constant -Werror
     # g++ 12 sees overlapping copies inside std::string where there are none (its bug 105651).
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(WIN32)

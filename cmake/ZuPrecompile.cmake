@@ -1,8 +1,8 @@
 # zu_precompile(TARGET KIND): the target's sources see the headers of cmake/precompiled/KIND.h as if they included them.
 # Each kind is compiled once, by the first target that asks for it, and shared by all.
 #
-# The standard library, windows.h and GoogleTest are half of what a source takes to compile. One build goes without
-# (preset x86), so that a source that forgets an include does not go unnoticed.
+# The standard library, windows.h and GoogleTest are half of what a source takes to compile. Lint reads every source
+# of the product without, so that one that forgets an include does not go unnoticed.
 
 option(ZU_PRECOMPILE "Use precompiled headers" ON)
 
@@ -23,6 +23,6 @@ function(zu_precompile target kind)
     endif()
     target_precompile_headers(${target} REUSE_FROM ${carrier})
     # g++ 12 takes what it inlines from a precompiled std::string for code of ours, and warns of overflows that its
-    # own library rules out. The build without precompiled headers keeps these warnings.
+    # own library rules out. Builds without precompiled headers, such as those with a compiler cache, keep these warnings.
     target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-stringop-overflow;-Wno-stringop-overread;-Wno-array-bounds>)
 endfunction()
