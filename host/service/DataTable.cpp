@@ -49,31 +49,23 @@ std::optional<std::u16string> ConditionOf(const VARIANT& condition) {
 
 }  // namespace
 
-DataTable::DataTable(std::shared_ptr<technologies::Table> table)
-    : table_(std::move(table)), showDeleted_(SettingsStore::Instance().Share()->showDeleted) {}
-
-const std::shared_ptr<const ViewFields>& DataTable::Fields() const {
-    if (!fields_) {
-        auto fields = std::make_shared<ViewFields>();
-        fields->reserve(table_->fields().size());
-        for (const technologies::FieldDescription& field : table_->fields())
-            fields->emplace_back(field);
-        fields_ = std::move(fields);
-    }
-    return fields_;
-}
+DataTable::DataTable(std::shared_ptr<OpenTable> table)
+    : open_(std::move(table)),
+      table_(open_, &open_->table()),
+      showDeleted_(SettingsStore::Instance().Share()->showDeleted) {}
 
 IDispatch* DataTable::ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records, LONG flag) const {
-    std::vector<std::size_t> chosen = ChooseFields(fieldNames, *Fields(), table_->name());
+    std::shared_ptr<const ViewShape> shape = open_->shape();
+    if (const auto chosen = ChooseFields(fieldNames, shape->fields, table_->name()))
+        shape = shape->With(*chosen);
     const auto deleted =
         flag != 0 || showDeleted_ ? TableRecords::Deleted::Stay : TableRecords::Deleted::Leave;
-    return MakeView(std::make_shared<TableRecords>(table_, Fields(), std::move(chosen), std::move(records),
-                                                   deleted))
+    return MakeView(std::make_shared<TableRecords>(table_, std::move(shape), std::move(records), deleted))
         .detach();
 }
 
 ::DataIndex* DataTable::IndexObject(std::size_t index) const {
-    return com::MakeObject<DataIndex>(std::make_shared<IndexKey>(table_, index)).detach();
+    return com::MakeObject<DataIndex>(std::make_shared<IndexKey>(open_, index)).detach();
 }
 
 std::size_t DataTable::LocateIndex(const VARIANT& index) const {
@@ -99,7 +91,9 @@ HRESULT DataTable::get_Name(BSTR* Result) noexcept {
 
 HRESULT DataTable::Layout(IDispatch** Result) noexcept {
     return GuardedResult(Result, [&] {
-        return MakeView(std::make_shared<VariableRecords>(Wide(table_->name()), *Fields(), 0)).detach();
+        return MakeView(
+                   std::make_shared<VariableRecords>(open_->shape()->tableName, open_->shape()->fields, 0))
+            .detach();
     });
 }
 

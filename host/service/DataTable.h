@@ -4,8 +4,7 @@
 #include <optional>
 
 #include "com/Object.h"
-#include "host/service/ViewField.h"
-#include "host/technologies/Table.h"
+#include "host/service/OpenTable.h"
 #include "idl/Zuengine.h"
 
 namespace zu::host {
@@ -13,7 +12,7 @@ namespace zu::host {
 /// An open table, with at most one index open. The views that it hands out keep the table open by themselves.
 class DataTable final : public com::DualObject<DataTable, ::DataTable> {
 public:
-    explicit DataTable(std::shared_ptr<technologies::Table> table);
+    explicit DataTable(std::shared_ptr<OpenTable> table);
 
     HRESULT STDMETHODCALLTYPE get_Name(BSTR* Result) noexcept override;
     HRESULT STDMETHODCALLTYPE Layout(IDispatch** Result) noexcept override;
@@ -31,14 +30,12 @@ public:
     HRESULT STDMETHODCALLTYPE Facts(VARIANT* Result) noexcept override;
 
 private:
-    /// Made once: a script that looks up record by record makes a view each time.
-    const std::shared_ptr<const ViewFields>& Fields() const;
     IDispatch* ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_t> records, LONG flag) const;
     ::DataIndex* IndexObject(std::size_t index) const;
     std::size_t LocateIndex(const VARIANT& index) const;
 
-    std::shared_ptr<technologies::Table> table_;
-    mutable std::shared_ptr<const ViewFields> fields_;
+    std::shared_ptr<OpenTable> open_;
+    std::shared_ptr<technologies::Table> table_;  ///< of open_
     bool showDeleted_;
     std::optional<std::size_t> openIndex_;
 };

@@ -126,7 +126,8 @@ HRESULT DatabaseService::Pack(BSTR Database, BSTR Table, VARIANT_BOOL* Result) n
 
 HRESULT DatabaseService::Undelete(BSTR Database, BSTR Table, BSTR Condition, VARIANT_BOOL* Result) noexcept {
     return Done(Result, [&] {
-        UndeleteRecords(*OpenTableByName(com::View(Database), com::View(Table)), com::View(Condition));
+        const auto open = OpenTableByName(com::View(Database), com::View(Table));
+        UndeleteRecords(open->table(), com::View(Condition));
     });
 }
 
@@ -159,8 +160,7 @@ HRESULT DatabaseService::CreateIndex(BSTR Database, BSTR Table, ::DataFieldList*
     return Done(Result, [&] {
         ViewFields fields;
         if (NamesFieldsByNumber(Fields))
-            for (const auto& field : OpenTableByName(com::View(Database), com::View(Table))->fields())
-                fields.emplace_back(field);
+            fields = OpenTableByName(com::View(Database), com::View(Table))->shape()->fields;
         TableWork work("make the index of", com::View(Database), com::View(Table));
         const auto key = work.Run([&] { return IndexFieldsOf(Fields, fields); });
         work.RunAlone([&] {

@@ -1,6 +1,5 @@
 #include "host/service/FieldSelection.h"
 
-#include <numeric>
 #include <optional>
 #include <string_view>
 
@@ -44,14 +43,7 @@ public:
         return static_cast<std::size_t>(number);
     }
 
-    std::vector<std::size_t> All() const {
-        std::vector<std::size_t> all(fields_.size());
-        std::iota(all.begin(), all.end(), std::size_t{0});
-        return all;
-    }
-
     std::vector<std::size_t> ByList(std::wstring_view names) const {
-        if (Trimmed(names).empty()) return All();
         std::vector<std::size_t> chosen;
         for (;;) {
             const auto comma = names.find(L',');
@@ -62,7 +54,6 @@ public:
     }
 
     std::vector<std::size_t> ByElements(const std::vector<com::Variant>& elements) const {
-        if (elements.empty()) return All();
         std::vector<std::size_t> chosen;
         for (const com::Variant& element : elements) {
             if (const auto name = com::TextOf(element)) {
@@ -90,6 +81,7 @@ private:
 
 std::optional<LONG> WholeNumber(const VARIANT& value) {
     const VARIANT& content = com::Dereference(value);
+    if (content.vt == VT_I4) return content.lVal;
     switch (content.vt & ~VT_BYREF) {
         case VT_I1:
         case VT_I2:
@@ -116,17 +108,23 @@ std::optional<LONG> WholeNumber(const VARIANT& value) {
     }
 }
 
-std::vector<std::size_t> ChooseFields(const VARIANT& choice, const ViewFields& fields,
-                                      const std::string& tableName) {
+std::optional<std::vector<std::size_t>> ChooseFields(const VARIANT& choice, const ViewFields& fields,
+                                                     const std::string& tableName) {
     const Chooser chooser(fields, tableName);
     const VARIANT& content = com::Dereference(choice);
-    if (content.vt == VT_EMPTY || content.vt == VT_NULL || com::IsMissing(content)) return chooser.All();
-    if (const auto names = com::TextOf(content)) return chooser.ByList(*names);
+    if (content.vt == VT_EMPTY || content.vt == VT_NULL || com::IsMissing(content)) return std::nullopt;
+    if (const auto names = com::TextOf(content)) {
+        if (Trimmed(*names).empty()) return std::nullopt;
+        return chooser.ByList(*names);
+    }
     if (const auto number = WholeNumber(content))
         return *number == 0 ? std::vector<std::size_t>() : std::vector{chooser.ByNumber(*number)};
-    if (com::IsArray(content) && com::UpperBound(com::ArrayOf(content)) < 0) return chooser.All();
+    if (com::IsArray(content) && com::UpperBound(com::ArrayOf(content)) < 0) return std::nullopt;
     std::vector<com::Variant> elements;
-    if (com::ReadList(content, elements)) return chooser.ByElements(elements);
+    if (com::ReadList(content, elements)) {
+        if (elements.empty()) return std::nullopt;
+        return chooser.ByElements(elements);
+    }
     throw Error(ErrorKind::TypeMismatch,
                 "The fields of table " + tableName +
                     " are chosen by names with commas between them, or by an array of "

@@ -24,27 +24,28 @@ bool IsBlank(std::wstring_view text) noexcept {
 
 }  // namespace
 
-IndexKey::IndexKey(std::shared_ptr<technologies::Table> table, std::size_t index)
-    : table_(std::move(table)), index_(index), description_(table_->indexes().at(index)) {
-    for (const technologies::KeyPart& part : description_.parts) {
-        parts_.emplace_back();
-        parts_.back().name = com::AsWide(text::ToUtf16(part.name));
-    }
+IndexKey::IndexKey(std::shared_ptr<OpenTable> table, std::size_t index)
+    : table_(std::move(table)),
+      index_(index),
+      facts_(table_->Index(index)),
+      parts_(facts_->partNames.size()) {}
+
+std::string IndexKey::Name() const {
+    return description().name + " of table " + table()->name();
 }
 
 std::size_t IndexKey::Locate(const VARIANT& index) const {
-    const std::string key = "Index " + description_.name + " of table " + table_->name();
     if (const auto name = com::TextOf(index)) {
         for (std::size_t i = 0; i < parts_.size(); ++i)
-            if (SameName(parts_[i].name, *name)) return i;
+            if (SameName(PartName(i), *name)) return i;
         throw Error(ErrorKind::NotFound,
-                    key + " has no key field \"" + text::ToUtf8(com::AsUtf16(*name)) + "\"");
+                    "Index " + Name() + " has no key field \"" + text::ToUtf8(com::AsUtf16(*name)) + "\"");
     }
     const auto number = WholeNumber(index);
     if (!number)
         throw com::ComError(com::kTypeMismatch, L"A key field is asked for by its name or its number");
     if (*number < 0 || static_cast<std::size_t>(*number) >= parts_.size())
-        throw Error(ErrorKind::NotFound, key + " has no key field " + std::to_string(*number) +
+        throw Error(ErrorKind::NotFound, "Index " + Name() + " has no key field " + std::to_string(*number) +
                                              ", there are " + std::to_string(parts_.size()) +
                                              " counted from 0");
     return static_cast<std::size_t>(*number);
@@ -68,11 +69,10 @@ std::optional<std::vector<technologies::KeyCriterion>> IndexKey::Criteria() cons
         try {
             criteria.push_back({KeyFromVariant(part.value, PartType(i)), part.exact});
         } catch (const com::ComError& error) {
-            const std::string key = description_.name + " of table " + table_->name();
-            throw RefusedValue(
-                error,
-                L"Key field " + part.name + L" of index " + std::wstring(com::AsWide(text::ToUtf16(key))),
-                PartType(i), part.value);
+            throw RefusedValue(error,
+                               L"Key field " + PartName(i) + L" of index " +
+                                   std::wstring(com::AsWide(text::ToUtf16(Name()))),
+                               PartType(i), part.value);
         }
         if (criteria.back().value.kind == technologies::Value::Kind::Null) return std::nullopt;
     }

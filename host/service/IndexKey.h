@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "com/Variant.h"
+#include "host/service/OpenTable.h"
 #include "host/technologies/Table.h"
 
 namespace zu::host {
@@ -18,16 +19,16 @@ namespace zu::host {
 /// fields share one. Failures are zu::Errors and ComErrors.
 class IndexKey {
 public:
-    IndexKey(std::shared_ptr<technologies::Table> table, std::size_t index);
+    IndexKey(std::shared_ptr<OpenTable> table, std::size_t index);
 
-    const technologies::Table* table() const noexcept { return table_.get(); }
+    const technologies::Table* table() const noexcept { return &table_->table(); }
     std::size_t index() const noexcept { return index_; }
-    const technologies::IndexDescription& description() const noexcept { return description_; }
+    const technologies::IndexDescription& description() const noexcept { return facts_->description; }
 
     std::size_t partCount() const noexcept { return parts_.size(); }
-    const std::wstring& PartName(std::size_t part) const { return parts_.at(part).name; }
-    technologies::FieldType PartType(std::size_t part) const { return description_.parts.at(part).type; }
-    bool IsDescending(std::size_t part) const { return description_.parts.at(part).descending; }
+    const std::wstring& PartName(std::size_t part) const { return facts_->partNames.at(part); }
+    technologies::FieldType PartType(std::size_t part) const { return description().parts.at(part).type; }
+    bool IsDescending(std::size_t part) const { return description().parts.at(part).descending; }
     /// The part that `index` names or numbers from 0. NotFound when there is none.
     std::size_t Locate(const VARIANT& index) const;
 
@@ -44,16 +45,18 @@ public:
     std::optional<std::vector<technologies::KeyCriterion>> Criteria() const;
 
 private:
+    /// "ID of table orders"
+    std::string Name() const;
+
     struct Part {
-        std::wstring name;
         com::Variant value;
         bool loaded = false;
         bool exact = true;
     };
 
-    std::shared_ptr<technologies::Table> table_;
+    std::shared_ptr<OpenTable> table_;
     std::size_t index_;
-    technologies::IndexDescription description_;
+    std::shared_ptr<const IndexFacts> facts_;
     std::vector<Part> parts_;
 };
 

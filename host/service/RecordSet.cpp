@@ -1,6 +1,6 @@
 #include "host/service/RecordSet.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "com/Bstr.h"
 #include "portable/error/Error.h"
@@ -69,17 +69,25 @@ std::size_t RecordSet::DeleteAll() {
     return changed;
 }
 
+void RecordSet::Watch(Observer& observer) noexcept {
+    observer.next_ = observers_;
+    observers_ = &observer;
+}
+
 void RecordSet::Unwatch(Observer& observer) noexcept {
-    observers_.erase(std::remove(observers_.begin(), observers_.end(), &observer), observers_.end());
+    Observer** place = &observers_;
+    while (*place && *place != &observer)
+        place = &(*place)->next_;
+    if (*place) *place = std::exchange(observer.next_, nullptr);
 }
 
 void RecordSet::TellJoined() noexcept {
-    for (Observer* const observer : observers_)
+    for (Observer* observer = observers_; observer; observer = observer->next_)
         observer->OnJoined();
 }
 
 void RecordSet::TellLeft(std::size_t record) noexcept {
-    for (Observer* const observer : observers_)
+    for (Observer* observer = observers_; observer; observer = observer->next_)
         observer->OnLeft(record);
 }
 

@@ -31,6 +31,10 @@ public:
         virtual void OnJoined() noexcept = 0;
         /// The record with this index has left; those behind it have moved up.
         virtual void OnLeft(std::size_t record) noexcept = 0;
+
+    private:
+        friend class RecordSet;
+        Observer* next_ = nullptr;
     };
 
     virtual ~RecordSet() = default;
@@ -82,7 +86,8 @@ public:
     /// marks are others than before.
     virtual std::size_t DeleteAll();
 
-    void Watch(Observer& observer) { observers_.push_back(&observer); }
+    /// `observer` watches one set at a time, until Unwatch.
+    void Watch(Observer& observer) noexcept;
     void Unwatch(Observer& observer) noexcept;
 
     /// Throws the error that says that the table can only be read.
@@ -93,7 +98,7 @@ protected:
     void TellLeft(std::size_t record) noexcept;
 
 private:
-    std::vector<Observer*> observers_;
+    Observer* observers_ = nullptr;  ///< the first of a list
 };
 
 }  // namespace zu::host

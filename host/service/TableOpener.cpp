@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <utility>
 
 #include "com/Bstr.h"
@@ -74,6 +75,7 @@ struct Foundation {
     WatchedFiles files{files::SystemFiles()};
     std::unique_ptr<technologies::Technology> technology;
     std::unique_ptr<technologies::Table> table;
+    std::optional<OpenTable> open;
 };
 
 void TellWarnings(technologies::Table& table) {
@@ -89,8 +91,8 @@ TableReuse::Opened OpenNew(const DatabaseName& name, const std::string& table,
         opened->technology = Make(name.technology, opened->files, settings);
         opened->table = opened->technology->OpenTable(name.database, table);
         TellWarnings(*opened->table);
-        return {{opened, opened->table.get()},
-                [opened = opened.get()] { return opened->files.AreUnchanged(); }};
+        opened->open.emplace(*opened->table);
+        return {{opened, &*opened->open}, [opened = opened.get()] { return opened->files.AreUnchanged(); }};
     } catch (const Error& error) {
         throw Error(error.kind(), "Cannot open " + ShownName(name, table) + ": " + error.what());
     }
@@ -175,7 +177,7 @@ std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name
                 TechnologySettingsOf(*SettingsStore::Instance().Share(), CurrentFolder()));
 }
 
-std::shared_ptr<technologies::Table> OpenTableByName(std::wstring_view database, std::wstring_view table) {
+std::shared_ptr<OpenTable> OpenTableByName(std::wstring_view database, std::wstring_view table) {
     const auto request = RequestFor(database, table);
     return TableReuse::Instance().Open(request->reuseName, request->settings->reuseTables, [&] {
         return OpenNew(request->name, request->tableName, request->technologySettings);

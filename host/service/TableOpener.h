@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/technologies/Table.h"
+#include "host/service/OpenTable.h"
 #include "host/technologies/Technology.h"
 
 namespace zu::host {
@@ -26,6 +26,6 @@ std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name
 
 /// Opens a table by the names that functions pass, or hands out one that is still open (see TableReuse). What
 /// had to be tolerated goes to the log; failures are zu::Errors that name database and table.
-std::shared_ptr<technologies::Table> OpenTableByName(std::wstring_view database, std::wstring_view table);
+std::shared_ptr<OpenTable> OpenTableByName(std::wstring_view database, std::wstring_view table);
 
 }  // namespace zu::host

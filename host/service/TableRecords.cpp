@@ -2,43 +2,25 @@
 
 #include <utility>
 
-#include "com/Bstr.h"
 #include "host/service/DeletionMark.h"
 #include "portable/error/Error.h"
-#include "portable/text/Utf.h"
 
 namespace zu::host {
 
-TableRecords::TableRecords(std::shared_ptr<technologies::Table> table,
-                           std::shared_ptr<const ViewFields> fields, std::vector<std::size_t> chosen,
+TableRecords::TableRecords(std::shared_ptr<technologies::Table> table, std::shared_ptr<const ViewShape> shape,
                            std::vector<std::uint32_t> numbers, Deleted deleted)
-    : table_(std::move(table)),
-      chosen_(std::move(chosen)),
-      numbers_(std::move(numbers)),
-      deleted_(deleted),
-      tableName_(com::AsWide(text::ToUtf16(table_->name()))),
-      fields_(std::move(fields)) {
-    bool isAll = chosen_.size() == fields_->size();
-    for (std::size_t i = 0; isAll && i < chosen_.size(); ++i)
-        isAll = chosen_[i] == i;
-    if (isAll) return;
-    auto some = std::make_shared<ViewFields>();
-    some->reserve(chosen_.size());
-    for (const std::size_t position : chosen_)
-        some->push_back(fields_->at(position));
-    fields_ = std::move(some);
-}
+    : table_(std::move(table)), shape_(std::move(shape)), numbers_(std::move(numbers)), deleted_(deleted) {}
 
 void TableRecords::Read(std::size_t record, std::size_t field, technologies::Value& out) {
-    table_->ReadValue(numbers_.at(record), chosen_.at(field), out);
+    table_->ReadValue(numbers_.at(record), shape_->places.at(field), out);
 }
 
 bool TableRecords::ReadRow(std::size_t record, technologies::RowCells& out) {
-    return table_->ReadRow(numbers_.at(record), chosen_, out);
+    return table_->ReadRow(numbers_.at(record), shape_->places, out);
 }
 
 std::optional<std::vector<textio::StoredField>> TableRecords::StoredForm(unsigned codePage) {
-    return table_->StoredForm(chosen_, codePage);
+    return table_->StoredForm(shape_->places, codePage);
 }
 
 std::size_t TableRecords::LocateRecords(std::size_t first, std::span<const char*> out) {
@@ -63,14 +45,15 @@ bool TableRecords::MatchStored(technologies::Batch& batch, std::span<const texti
 
 std::optional<std::span<const std::size_t>> TableRecords::PlacesOf(const unsigned long* fields,
                                                                    std::size_t count) {
+    const std::vector<std::size_t>& places = shape_->places;
     if (!fields) {
-        if (count > chosen_.size()) return std::nullopt;
-        return std::span<const std::size_t>(chosen_).first(count);
+        if (count > places.size()) return std::nullopt;
+        return std::span<const std::size_t>(places).first(count);
     }
     places_.clear();
     for (std::size_t i = 0; i < count; ++i) {
-        if (fields[i] >= chosen_.size()) return std::nullopt;
-        places_.push_back(chosen_[fields[i]]);
+        if (fields[i] >= places.size()) return std::nullopt;
+        places_.push_back(places[fields[i]]);
     }
     return places_;
 }

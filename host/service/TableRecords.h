@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/service/RecordSet.h"
+#include "host/service/ViewShape.h"
 #include "host/technologies/Table.h"
 
 namespace zu::host {
@@ -14,12 +15,11 @@ public:
     /// Whether records that are marked as deleted stay in the set.
     enum class Deleted { Leave, Stay };
 
-    /// `fields`: all of the table; `chosen`: the positions of the view's fields among them.
-    TableRecords(std::shared_ptr<technologies::Table> table, std::shared_ptr<const ViewFields> fields,
-                 std::vector<std::size_t> chosen, std::vector<std::uint32_t> numbers, Deleted deleted);
+    TableRecords(std::shared_ptr<technologies::Table> table, std::shared_ptr<const ViewShape> shape,
+                 std::vector<std::uint32_t> numbers, Deleted deleted);
 
-    const std::wstring& tableName() const noexcept override { return tableName_; }
-    const ViewFields& fields() const noexcept override { return *fields_; }
+    const std::wstring& tableName() const noexcept override { return shape_->tableName; }
+    const ViewFields& fields() const noexcept override { return shape_->fields; }
     std::size_t Count() override { return numbers_.size(); }
     void Read(std::size_t record, std::size_t field, technologies::Value& out) override;
     bool ReadRow(std::size_t record, technologies::RowCells& out) override;
@@ -37,7 +37,7 @@ public:
     std::string WhyReadOnly() const override { return table_->WhyReadOnly(); }
     std::unique_ptr<technologies::RecordEdit> BeginEdit(std::size_t record) override;
     std::unique_ptr<technologies::RecordEdit> BeginNew() override;
-    std::size_t PlaceInEdit(std::size_t field) const override { return chosen_.at(field); }
+    std::size_t PlaceInEdit(std::size_t field) const override { return shape_->places.at(field); }
     void Join(std::uint32_t number, bool deleted) override;
     bool SetDeleted(std::size_t record, bool deleted) override;
     std::size_t DeleteAll() override;
@@ -48,12 +48,10 @@ private:
     void LetLastGo(std::size_t count);
 
     std::shared_ptr<technologies::Table> table_;
-    std::vector<std::size_t> chosen_;
+    std::shared_ptr<const ViewShape> shape_;
     std::vector<std::size_t> places_;  ///< reused by PlacesOf
     std::vector<std::uint32_t> numbers_;
     Deleted deleted_;
-    std::wstring tableName_;
-    std::shared_ptr<const ViewFields> fields_;
 };
 
 }  // namespace zu::host

@@ -9,7 +9,7 @@ namespace zu::host {
 namespace {
 
 /// Nobody but the keeper holds the table. The fence makes what its last user did to it visible here.
-bool IsIdle(const std::shared_ptr<technologies::Table>& table) noexcept {
+bool IsIdle(const std::shared_ptr<OpenTable>& table) noexcept {
     if (table.use_count() != 1) return false;
     std::atomic_thread_fence(std::memory_order_acquire);
     return true;
@@ -40,8 +40,7 @@ std::vector<TableReuse::Kept> TableReuse::TakeOut(Predicate&& leaves) {
     return out;
 }
 
-std::shared_ptr<technologies::Table> TableReuse::Open(const std::string& name, unsigned period,
-                                                      const Opener& open) {
+std::shared_ptr<OpenTable> TableReuse::Open(const std::string& name, unsigned period, const Opener& open) {
     if (period == 0) return open().table;
     const DWORD thread = GetCurrentThreadId();
     if (Opened kept = TakeKept(thread, name); kept.table) {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host/technologies/Table.h"
+#include "host/service/OpenTable.h"
 
 namespace zu::host {
 
@@ -23,7 +23,7 @@ class TableReuse {
 public:
     /// An open table and how to ask whether its files are as they were when it was opened.
     struct Opened {
-        std::shared_ptr<technologies::Table> table;
+        std::shared_ptr<OpenTable> table;
         std::function<bool()> isUnchanged;
     };
     using Opener = std::function<Opened()>;
@@ -33,7 +33,7 @@ public:
 
     /// The table that `name` (technology, database and table in a form of the caller's) stands for: one that
     /// is still open, else what `open` answers. `period` in milliseconds; 0: always a new one.
-    std::shared_ptr<technologies::Table> Open(const std::string& name, unsigned period, const Opener& open);
+    std::shared_ptr<OpenTable> Open(const std::string& name, unsigned period, const Opener& open);
 
     /// Closes all tables that nobody uses.
     void CloseIdle();

@@ -98,17 +98,18 @@ std::size_t ViewCursor::Find(std::wstring_view name) const noexcept {
 }
 
 std::size_t ViewCursor::Locate(const VARIANT& index) const {
-    const std::string table = "Table " + Utf8(records_->tableName());
     if (const auto name = com::TextOf(index)) {
         const std::size_t found = Find(*name);
         if (found == kNoField)
-            throw Error(ErrorKind::NotFound, table + " has no field \"" + Utf8(*name) + "\"");
+            throw Error(ErrorKind::NotFound,
+                        "Table " + Utf8(records_->tableName()) + " has no field \"" + Utf8(*name) + "\"");
         return found;
     }
     const std::optional<LONG> number = WholeNumber(index);
     if (!number) throw com::ComError(com::kTypeMismatch, L"A field is asked for by its name or its number");
     if (*number < 0 || static_cast<std::size_t>(*number) >= fields().size())
-        throw Error(ErrorKind::NotFound, table + " has no field " + std::to_string(*number) + ", there are " +
+        throw Error(ErrorKind::NotFound, "Table " + Utf8(records_->tableName()) + " has no field " +
+                                             std::to_string(*number) + ", there are " +
                                              std::to_string(fields().size()) + " counted from 0");
     return static_cast<std::size_t>(*number);
 }
@@ -379,9 +380,9 @@ bool ViewCursor::SetDeleted(LONG record, bool deleted) {
 void ViewCursor::Close() {
     DropEdit();
     auto none = std::make_shared<VariableRecords>(records_->tableName(), fields(), 0);
-    none->Watch(*this);
     records_->Unwatch(*this);
     records_ = std::move(none);
+    records_->Watch(*this);
     position_ = 0;
 }
 

@@ -34,14 +34,14 @@ public:
     static void adjustDispatchResult(VARIANT& result) noexcept { MakeUsableForScripts(result); }
 
     HRESULT STDMETHODCALLTYPE get_Item(VARIANT Index, ZuDataField** Result) noexcept override {
-        return GuardedResult(Result, [&] { return fields_->Get(Index).copy(); });
+        return GuardedResult(Result, [&] { return fields()->Get(Index).copy(); });
     }
     HRESULT STDMETHODCALLTYPE Update(VARIANT_BOOL* Result) noexcept override {
         return GuardedResult(
             Result, [&] { return SaveCurrent(); }, Audience::User);
     }
     HRESULT STDMETHODCALLTYPE get_Fields(ZuDataFields** Result) noexcept override {
-        return GuardedResult(Result, [&] { return fields_.copy(); });
+        return GuardedResult(Result, [&] { return fields().copy(); });
     }
     HRESULT STDMETHODCALLTYPE get_Updateable(VARIANT_BOOL* Result) noexcept override {
         return GuardedResult(Result, [&] { return com::ToVariantBool(records().isUpdateable()); });
@@ -127,11 +127,14 @@ public:
 protected:
     /// Makes the object a view of other records.
     void Show(std::shared_ptr<ViewCursor> cursor) {
-        fields_ = com::MakeObject<DataFields>(cursor);
+        fields_ = {};
         cursor_ = std::move(cursor);
     }
     const std::shared_ptr<ViewCursor>& cursor() const noexcept { return cursor_; }
-    const com::ComPtr<DataFields>& fields() const noexcept { return fields_; }
+    const com::ComPtr<DataFields>& fields() {
+        if (!fields_) fields_ = com::MakeObject<DataFields>(cursor_);
+        return fields_;
+    }
 
 private:
     RecordSet& records() const noexcept { return *cursor_->records(); }
@@ -148,7 +151,7 @@ private:
     }
 
     std::shared_ptr<ViewCursor> cursor_;
-    com::ComPtr<DataFields> fields_;
+    com::ComPtr<DataFields> fields_;  ///< once it was asked for
 };
 
 }  // namespace zu::host

@@ -12,6 +12,9 @@ namespace {
 
 /// Folders above a file can be exchanged without a trace in the file: its path is looked at this often.
 constexpr std::uint64_t kPathTrusted = 100;
+/// Three questions to the system cost more than a lookup does. What changes a file that was at rest is seen
+/// this much later.
+constexpr std::chrono::milliseconds kRestTrusted{1};
 /// Times of files go in steps of up to two seconds: in the step of the last change another
 /// one would not show. In units of 100 nanoseconds.
 constexpr std::uint64_t kClockStep = 30'000'000;
@@ -143,6 +146,7 @@ std::unique_ptr<files::File> WatchedFiles::Open(const std::string& path, const f
     watched->stamp = StampOf(path);
     auto file = std::make_unique<KeptFile>(files_.Open(path, options), watched);
     watched_.push_back(std::move(watched));
+    rested_.reset();
     return file;
 }
 
@@ -172,9 +176,17 @@ bool WatchedFiles::IsUnchangedByItsPath(Watched& file, const Handle& handle, std
 }
 
 bool WatchedFiles::AreUnchanged() {
-    return !watched_.empty() &&
-           std::all_of(watched_.begin(), watched_.end(),
-                       [](const std::shared_ptr<Watched>& file) { return IsUnchanged(*file); });
+    const Clock::time_point now = Clock::now();
+    if (rested_ && now - *rested_ < kRestTrusted) return true;
+    rested_.reset();
+    if (watched_.empty() ||
+        !std::all_of(watched_.begin(), watched_.end(),
+                     [](const std::shared_ptr<Watched>& file) { return IsUnchanged(*file); }))
+        return false;
+    if (std::all_of(watched_.begin(), watched_.end(),
+                    [](const std::shared_ptr<Watched>& file) { return file->changed != 0; }))
+        rested_ = now;
+    return true;
 }
 
 }  // namespace zu::host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -20,7 +21,7 @@ public:
 
     /// Every file that was opened for reading, other than in passing, is still there with the size and the
     /// times that it had, or that it got when it was last written through this object. False when none was
-    /// opened.
+    /// opened. Files at rest are asked once in a millisecond.
     bool AreUnchanged();
 
     std::unique_ptr<files::File> Open(const std::string& path, const files::OpenOptions& options) override;
@@ -31,6 +32,8 @@ public:
     std::vector<std::string> List(const std::string& folder) override { return files_.List(folder); }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     struct Stamp {
         std::uint64_t size = 0;
         std::uint64_t created = 0;
@@ -74,6 +77,7 @@ private:
 
     files::FileSystem& files_;
     std::vector<std::shared_ptr<Watched>> watched_;
+    std::optional<Clock::time_point> rested_;  ///< when all files were asked last, and at rest
 };
 
 }  // namespace zu::host

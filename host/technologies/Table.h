@@ -34,6 +34,8 @@ struct KeyPart {
     std::string name;  ///< the field name where the part is one field, else the text of the expression
     FieldType type = FieldType::Text;
     bool descending = false;
+
+    bool operator==(const KeyPart&) const = default;
 };
 
 struct IndexDescription {
@@ -46,6 +48,8 @@ struct IndexDescription {
     std::vector<KeyPart> parts;
     bool usable = true;  ///< false: the key cannot be computed here, or the index is damaged or stale
     std::string reason;  ///< why it is not usable
+
+    bool operator==(const IndexDescription&) const = default;
 };
 
 /// What is asked of one key part when an index is searched.

@@ -12,7 +12,8 @@ namespace zu::dbf {
 
 namespace {
 constexpr std::uint32_t kBlockBytes = 1U << 20;
-}
+constexpr std::chrono::milliseconds kSizeTrusted{1};
+}  // namespace
 
 RecordFile::RecordFile(std::unique_ptr<files::File> file, const DbfHeader& header)
     : file_(std::move(file)),
@@ -42,9 +43,18 @@ bool RecordFile::NoticeGrowth() {
     return (file_->Size() != size_ || ReadStatedCount() != statedCount_) && Refresh();
 }
 
-bool RecordFile::IsAsBefore() const {
+// The question is a call of the system, which costs as much as all the rest of a lookup.
+bool RecordFile::HasSameSize() {
+    const Clock::time_point now = Clock::now();
+    if (now - sizeAsked_ < kSizeTrusted) return true;
+    if (file_->Size() != size_) return false;
+    sizeAsked_ = now;
+    return true;
+}
+
+bool RecordFile::IsAsBefore() {
     UnwrittenRecords::WriteAll();
-    return mapped_ && !hasForeignRecords_ && ReadStatedCount() == statedCount_ && file_->Size() == size_;
+    return mapped_ && !hasForeignRecords_ && ReadStatedCount() == statedCount_ && HasSameSize();
 }
 
 bool RecordFile::Refresh() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -35,8 +36,9 @@ public:
     bool NoticeGrowth();
 
     /// The file is in memory and has the size and the stated number of records that it had at the last
-    /// Refresh, which has met no records of others that nobody was told of.
-    bool IsAsBefore() const;
+    /// Refresh, which has met no records of others that nobody was told of. The number is read each time, the
+    /// size asked for once in a millisecond: writers step the number when a record is whole.
+    bool IsAsBefore();
 
     /// The record is to be read anew: it was changed, or must be seen as it is now.
     void Forget(std::uint32_t number) noexcept {
@@ -81,12 +83,15 @@ public:
     std::uint32_t statedCount() const noexcept { return statedCount_; }
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     struct Block {
         std::uint32_t number = UINT32_MAX;
         std::vector<std::byte> bytes;
     };
 
     std::uint32_t ReadStatedCount() const;
+    bool HasSameSize();
     std::uint32_t CountFrom(std::uint32_t known, std::uint32_t whole);
     const std::byte* BlockRecord(std::uint32_t number);
     const Block& Load(std::uint32_t block);
@@ -102,6 +107,7 @@ private:
     std::uint32_t known_ = 0;
     bool hasForeignRecords_ = false;
     std::uint64_t size_ = 0;
+    Clock::time_point sizeAsked_;
     std::uint32_t recordsPerBlock_;
     std::array<Block, 8> blocks_;
 };

@@ -87,6 +87,25 @@ TEST_F(DataIndexTest, ADamagedIndexAnswersFalseWithItsReason) {
     EXPECT_EQ(reason.view(), L"it is older than the table");
 }
 
+TEST_F(DataIndexTest, AnIndexObjectTellsHowTheIndexStoodWhenItWasMade) {
+    const auto usable = [](::DataIndex& index) {
+        VARIANT_BOOL answer = VARIANT_FALSE;
+        EXPECT_EQ(index.get_Usable(&answer), S_OK);
+        return answer != VARIANT_FALSE;
+    };
+    const auto table = Open();
+    com::ComPtr<::DataIndex> before;
+    EXPECT_EQ(table->Index(Text(L"BOTH"), before.put()), S_OK);
+    Data().indexes[1].usable = false;
+    com::ComPtr<::DataIndex> after;
+    EXPECT_EQ(table->Index(Text(L"BOTH"), after.put()), S_OK);
+    EXPECT_TRUE(usable(*before));
+    EXPECT_FALSE(usable(*after));
+    Data().indexes[1].usable = true;
+    EXPECT_EQ(table->Index(Text(L"BOTH"), after.put()), S_OK);
+    EXPECT_TRUE(usable(*after));
+}
+
 TEST_F(DataIndexTest, ACandidateIndexSaysSo) {
     Data().indexes[1].candidate = true;
     const auto table = Open();

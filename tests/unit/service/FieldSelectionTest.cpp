@@ -29,7 +29,7 @@ ViewFields Fields() {
 }
 
 Positions Choose(const VARIANT& choice) {
-    return ChooseFields(choice, Fields(), "PEOPLE");
+    return ChooseFields(choice, Fields(), "PEOPLE").value_or(kAll);
 }
 
 std::string Fault(const VARIANT& choice) {

@@ -95,19 +95,20 @@ std::optional<PartText> TextFor(const KeyCriterion& criterion, const PartForm& p
 }  // namespace
 
 SeekPlan::SeekPlan(const std::vector<KeyCriterion>& criteria, const std::vector<PartForm>& parts,
-                   const KeyEncoder& encoder, const text::CodePage& codePage)
-    : bounds_(KeyBounds::Everything(encoder.form().length())) {
+                   const KeyEncoder& encoder, const text::CodePage& codePage) {
     if (criteria.size() > parts.size()) {
         throw Error(ErrorKind::InvalidArgument, std::to_string(criteria.size()) +
                                                     " key values are given, the index has " +
                                                     std::to_string(parts.size()) + " key fields");
     }
-    if (criteria.empty()) return;
-    if (encoder.form().encoding == KeyEncoding::Text) {
-        PlanTexts(criteria, parts, encoder.form(), codePage);
-    } else if (!IsBlankText(criteria.front().value)) {
-        PlanSingle(criteria.front(), encoder);
+    if (!criteria.empty()) {
+        if (encoder.form().encoding == KeyEncoding::Text) {
+            PlanTexts(criteria, parts, encoder.form(), codePage);
+        } else if (!IsBlankText(criteria.front().value)) {
+            PlanSingle(criteria.front(), encoder);
+        }
     }
+    if (bounds_.low.empty()) bounds_ = KeyBounds::Everything(encoder.form().length());
 }
 
 void SeekPlan::PlanSingle(const KeyCriterion& criterion, const KeyEncoder& encoder) {
