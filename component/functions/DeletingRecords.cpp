@@ -4,6 +4,7 @@
 #include "com/ComError.h"
 #include "component/engine/EngineLink.h"
 #include "component/engine/Trapped.h"
+#include "component/engine/WatchedJob.h"
 #include "component/functions/Functions.h"
 #include "component/functions/KeyLookup.h"
 #include "component/table/DataView.h"
@@ -56,7 +57,12 @@ STDMETHODIMP Functions::DbfDelete(VARIANT TableDefn, VARIANT* IndexKeyValue, VAR
         const LONG rows = view.RecordCount();
         const auto all = rows > 1 ? com::Share(view.get()).tryAs<RecordDeletion>() : nullptr;
         if (all) {
-            Check(all->DeleteAll(&deleted));
+            const HRESULT outcome = all->DeleteAll(&deleted);
+            if (outcome == E_ABORT) {
+                TellReason(E_ABORT, WatchedJob::EndedByUser(deleted), ReasonFor::Asking);
+                return deleted;
+            }
+            Check(outcome);
         } else {
             // From the end: a view may drop the rows that go.
             for (LONG row = rows - 1; row >= 0; --row)

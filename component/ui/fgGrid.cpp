@@ -507,6 +507,8 @@ LRESULT fgGrid::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             tip_.MouseOver(handle(), std::nullopt);
             return 0;
         case WM_LBUTTONUP:
+            // The last moves may not have been told.
+            if (dragged_) DragColumn(at.x);
             if (dragged_) ReleaseCapture();
             return 0;
         case WM_CAPTURECHANGED:

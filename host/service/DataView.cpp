@@ -13,8 +13,16 @@ com::ComPtr<DataView> MakeView(std::shared_ptr<RecordSet> records) {
 }
 
 HRESULT DataView::DeleteAll(LONG* deleted) noexcept {
-    return GuardedResult(
-        deleted, [&] { return static_cast<LONG>(cursor()->records()->DeleteAll()); }, Audience::User);
+    bool isWhole = true;
+    const HRESULT outcome = GuardedResult(
+        deleted,
+        [&] {
+            const RecordSet::Deletion deletion = cursor()->records()->DeleteAll();
+            isWhole = deletion.isWhole;
+            return static_cast<LONG>(deletion.changed);
+        },
+        Audience::User);
+    return isWhole ? outcome : E_ABORT;
 }
 
 com::ComPtr<ZuDataView> CloneView(const ViewCursor& cursor) {

@@ -62,11 +62,11 @@ bool RecordSet::SetDeleted(std::size_t record, bool deleted) {
     RefuseChange((deleted ? "delete record " : "undelete record ") + std::to_string(RecordNumber(record)));
 }
 
-std::size_t RecordSet::DeleteAll() {
-    std::size_t changed = 0;
+RecordSet::Deletion RecordSet::DeleteAll() {
+    Deletion deletion;
     for (std::size_t record = Count(); record-- > 0;)
-        if (SetDeleted(record, true)) ++changed;
-    return changed;
+        if (SetDeleted(record, true)) ++deletion.changed;
+    return deletion;
 }
 
 void RecordSet::Watch(Observer& observer) noexcept {

@@ -82,9 +82,12 @@ public:
     /// the set. False when the mark was as wanted already.
     virtual bool SetDeleted(std::size_t record, bool deleted);
 
-    /// Marks all records as deleted, from the last to the first, each as SetDeleted would; answers how many
-    /// marks are others than before.
-    virtual std::size_t DeleteAll();
+    struct Deletion {
+        std::size_t changed = 0;  ///< marks that are others than before
+        bool isWhole = true;      ///< false: the user has ended it
+    };
+    /// Marks all records as deleted, from the last to the first, each as SetDeleted would.
+    virtual Deletion DeleteAll();
 
     /// `observer` watches one set at a time, until Unwatch.
     void Watch(Observer& observer) noexcept;

@@ -86,18 +86,19 @@ void TableRecords::LetLastGo(std::size_t count) {
     }
 }
 
-std::size_t TableRecords::DeleteAll() {
+RecordSet::Deletion TableRecords::DeleteAll() {
     if (!isUpdateable()) return RecordSet::DeleteAll();
     const std::vector<std::uint32_t> fromTheLast(numbers_.rbegin(), numbers_.rend());
     technologies::MarkOutcome outcome;
+    bool isWhole = false;
     try {
-        table_->MarkRecords(fromTheLast, true, outcome);
+        isWhole = MarkRecords(*table_, L"delete", fromTheLast, true, outcome);
     } catch (...) {
         LetLastGo(outcome.handled);
         throw;
     }
     LetLastGo(outcome.handled);
-    return outcome.changed;
+    return {outcome.changed, isWhole};
 }
 
 bool TableRecords::SetDeleted(std::size_t record, bool deleted) {

@@ -40,7 +40,7 @@ public:
     std::size_t PlaceInEdit(std::size_t field) const override { return shape_->places.at(field); }
     void Join(std::uint32_t number, bool deleted) override;
     bool SetDeleted(std::size_t record, bool deleted) override;
-    std::size_t DeleteAll() override;
+    Deletion DeleteAll() override;
 
 private:
     /// The places in the table of `count` fields of the view. Nothing when there is no such field.

@@ -1,9 +1,12 @@
 #include "host/service/UndeleteRecords.h"
 
+#include <string>
 #include <vector>
 
 #include "com/Bstr.h"
+#include "host/service/DeletionMark.h"
 #include "host/service/RunSelection.h"
+#include "portable/error/Error.h"
 
 namespace zu::host {
 
@@ -14,7 +17,10 @@ void UndeleteRecords(technologies::Table& table, std::wstring_view condition) {
     std::vector<std::uint32_t> records = RunSelection(table, selection);
     std::erase_if(records, [&](std::uint32_t record) { return !table.IsDeleted(record); });
     technologies::MarkOutcome outcome;
-    table.MarkRecords(records, false, outcome);
+    if (!MarkRecords(table, L"undelete", records, false, outcome))
+        throw Error(ErrorKind::Cancelled, "The job was ended by the user after " +
+                                              std::to_string(outcome.changed) +
+                                              " records; what was done until then stays");
 }
 
 }  // namespace zu::host

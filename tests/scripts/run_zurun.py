@@ -213,7 +213,14 @@ def interruption(check, facts):
                       "index": f"DbfIndex \"{table}\", Array(\"STR(ID, 10) + STR(-ID, 10)\")"}.items():
         check.expect(f"Ctrl+C ends a job of many records: {job}", check.run("-e", f"Echo 1\n{code}\nEcho 2", interrupt=True), 130,
                      out="1\n", err_has=[" ended after ", " records"])
-    check.expect("the table is still sound", check.run("-e", f"Echo DbfCount(\"{table}\")"), out=f"{facts['orders'] * 128}\n")
+    whole = facts["orders"] * 128
+    check.expect("the table is still sound", check.run("-e", f"Echo DbfCount(\"{table}\")"), out=f"{whole}\n")
+    for job, code in {"delete": f"DbfDelete(\"{table}\", \"ID > 0\")", "undelete": f"DbfUndelete(\"{table}\")"}.items():
+        check.expect(f"Ctrl+C ends marking many records: {job}", check.run("-e", f"Echo 1\nEcho {code}", interrupt=True), 130,
+                     out="1\n", err_has=[f"{job}: ended after ", " records"])
+        left = check.run("-e", f"Echo DbfCount(\"{table}\")").out.strip()
+        check.results.add(check.group, f"what was marked until then stays: {job}",
+                          None if left.isdigit() and 0 < int(left) < whole else f"{left} records are left of {whole}")
     shutil.rmtree(folder)
 
 

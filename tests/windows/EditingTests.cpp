@@ -152,6 +152,14 @@ TEST_F(GridEditing, AColumnIsResizedByDraggingItsEdgeAndFittedByADoubleClick) {
     EXPECT_TRUE(script_->WaitFor([&] { return form_->State(fgGrid::kColumnWidth, 1) < width; }));
 }
 
+TEST_F(GridEditing, AColumnIsAsWideAsWhereTheButtonWasReleased) {
+    Edit(FivePeople());
+    const LONG width = static_cast<LONG>(form_->State(fgGrid::kColumnWidth, 1));
+    SendMessageW(form_->gridWindow(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(width - 1, 8));
+    SendMessageW(form_->gridWindow(), WM_LBUTTONUP, 0, MAKELPARAM(width + 24, 8));
+    EXPECT_EQ(form_->State(fgGrid::kColumnWidth, 1), width + 25);
+}
+
 TEST_F(GridEditing, TheMouseAtRestOnACellThatIsCutOffShowsItsWholeText) {
     Edit(FivePeople());
     const LONG width = static_cast<LONG>(form_->State(fgGrid::kColumnWidth, 1));
