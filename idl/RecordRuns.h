@@ -58,8 +58,8 @@ struct RecordBatch : IUnknown {
 struct RecordDeletion : IUnknown {
     /// Deletes all records of the view from the last to the first, as its Delete for each of them would.
     /// `*deleted` receives for how many that would have answered True. An error ends it; the records before
-    /// are deleted then. E_ABORT: the user has ended it, and `*deleted` says how many are deleted. They may be marked in blocks, each of which is in the table whole or not at all when
-    /// the process dies.
+    /// are deleted then. E_ABORT: the user has ended it, and `*deleted` says how many are deleted. They may
+    /// be marked in blocks, each of which is in the table whole or not at all when the process dies.
     virtual HRESULT STDMETHODCALLTYPE DeleteAll(LONG* deleted) noexcept = 0;
 };
 

@@ -215,13 +215,23 @@ def interruption(check, facts):
                      out="1\n", err_has=[" ended after ", " records"])
     whole = facts["orders"] * 128
     check.expect("the table is still sound", check.run("-e", f"Echo DbfCount(\"{table}\")"), out=f"{whole}\n")
-    for job, code in {"delete": f"DbfDelete(\"{table}\", \"ID > 0\")", "undelete": f"DbfUndelete(\"{table}\")"}.items():
+    interrupted_marking(check, folder / "numbers.dbf", table, whole)
+    shutil.rmtree(folder)
+
+
+def interrupted_marking(check, file, table, whole):
+    """Deletes and undeletes all records, and stops that in the middle."""
+    jobs = {"delete": (" ", f"DbfDelete(\"{table}\", \"ID > 0\", True, 0)"), "undelete": ("*", f"DbfUndelete(\"{table}\")")}
+    for job, (mark, code) in jobs.items():
+        records = bytearray(file.read_bytes())
+        begin, length = int.from_bytes(records[8:10], "little"), int.from_bytes(records[10:12], "little")
+        records[begin:begin + whole * length:length] = mark.encode() * whole
+        file.write_bytes(records)
         check.expect(f"Ctrl+C ends marking many records: {job}", check.run("-e", f"Echo 1\nEcho {code}", interrupt=True), 130,
                      out="1\n", err_has=[f"{job}: ended after ", " records"])
         left = check.run("-e", f"Echo DbfCount(\"{table}\")").out.strip()
         check.results.add(check.group, f"what was marked until then stays: {job}",
                           None if left.isdigit() and 0 < int(left) < whole else f"{left} records are left of {whole}")
-    shutil.rmtree(folder)
 
 
 def registration(check, facts):
