@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "host/service/ViewMembers.h"
@@ -32,7 +33,7 @@ public:
     HRESULT STDMETHODCALLTYPE DeleteAll(LONG* deleted) noexcept override;
 
 private:
-    technologies::RowCells run_;
+    std::optional<technologies::RowCells> run_;  ///< once a run was asked for
     std::vector<textio::StoredField> storedFields_;
     std::vector<const char*> places_;
     std::shared_ptr<RecordSet> gathered_;  ///< keeps open what the batch adds to

@@ -38,13 +38,14 @@ HRESULT DataView::ReadRun(UINT codePage, ULONG most, const textio::Cell** cells,
     const HRESULT result = Guarded([&] {
         ViewCursor& position = *cursor();
         const LONG left = position.Count() - position.position();
-        run_.Begin(codePage);
+        if (!run_) run_.emplace();
+        run_->Begin(codePage);
         if (left <= 0) return;
         const auto wanted = std::min(most, static_cast<ULONG>(left));
-        const auto read = ReadRecords(*position.records(), position.Current(), wanted, run_);
+        const auto read = ReadRecords(*position.records(), position.Current(), wanted, *run_);
         readable = read.has_value();
         if (!readable) return;
-        *cells = run_.cells();
+        *cells = run_->cells();
         *records = *read;
         position.MoveNext(static_cast<LONG>(*read));
     });
