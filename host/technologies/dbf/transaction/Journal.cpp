@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "host/technologies/dbf/DbfFormat.h"
+#include "host/technologies/dbf/transaction/StretchReader.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf::transaction {
@@ -308,7 +309,9 @@ void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
         const std::size_t countAt = buffer_.size();
         Put<std::uint32_t>(buffer_, 0);
         std::uint32_t count = 0;
-        for (const auto& range : ranges) {
+        StretchReader reader(*file, size);
+        for (std::size_t i = 0; i < ranges.size(); ++i) {
+            const ChangeSet::Range& range = ranges[i];
             if (range.offset >= size) continue;  // behind the old end: undone by cutting the file
             const auto length =
                 static_cast<std::uint32_t>(std::min<std::uint64_t>(range.length, size - range.offset));
@@ -317,7 +320,7 @@ void Journal::Note(const ChangeSet& changes, const PartFiles& parts) {
             const std::size_t at = buffer_.size();
             buffer_.resize(at + length);
             const auto old = std::span(buffer_).subspan(at, length);
-            ReadFully(*file, range.offset, old);
+            reader.Read(range.offset, old, i + 1 < ranges.size() ? ranges[i + 1].offset : range.offset);
             if (part == Part::Index) mark_.KeepIn(range.offset, old);
             ++count;
         }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "host/technologies/dbf/DbfFormat.h"
+#include "host/technologies/dbf/transaction/StretchReader.h"
 #include "host/technologies/dbf/write/AppendBatch.h"
 #include "portable/error/Error.h"
 
@@ -47,16 +48,22 @@ std::uint32_t RecordMarks::Collect(Change& change, std::span<const std::uint32_t
                             ? nullptr
                             : table_.indexes->BeginUpdate(table_.files.settings().staleTags, change.writes());
     const std::array mark{std::byte{deleted_ ? kDeletedMark : kLiveMark}};
-    std::vector<std::byte> before(table_.header.recordLength);
+    const std::size_t length = table_.header.recordLength;
+    const auto place = [&](std::uint32_t record) {
+        return table_.header.headerLength + std::uint64_t{record - 1} * length;
+    };
+    transaction::StretchReader reader(table_.files.table(), table_.files.table().Size());
+    std::vector<std::byte> before(length);
     std::vector<std::byte> after;
     std::uint32_t changed = 0;
-    for (const std::uint32_t record : records) {
-        const std::uint64_t offset =
-            table_.header.headerLength + std::uint64_t{record - 1} * table_.header.recordLength;
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const std::uint32_t record = records[i];
+        const std::uint64_t offset = place(record);
         if (!change.writes().Find(transaction::Part::Table, offset).empty()) continue;  // named twice
-        if (table_.files.table().ReadAt(offset, before) != before.size())
+        if (offset + length > reader.size())
             throw Error(ErrorKind::NotFound, "The table " + table_.layout.record.tableName +
                                                  " has no record " + std::to_string(record) + " any more.");
+        reader.Read(offset, before, i + 1 < records.size() ? place(records[i + 1]) : offset);
         if ((before[0] == std::byte{kDeletedMark}) == deleted_) continue;
         ++changed;
         change.writes().Write(transaction::Part::Table, offset, mark);
