@@ -45,8 +45,8 @@ TEST_F(GridCommand, EditChangesTheRecordsOfTheCondition) {
     form_->Type(L"Zoe");
     form_->Press(VK_RETURN);
     ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 1));
-    form_->PushButton(L"&Update");
-    ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 0));
+    ASSERT_TRUE(form_->Until([&] { return form_->State(fgGrid::kIsDirty) == 0; },
+                             [&] { form_->PushButton(L"&Update"); }));
     EXPECT_EQ(ExitAndRead(), "");
     EXPECT_EQ(script_->ExitCode(), 0U);
     std::ifstream table(std::string(folder_.begin(), folder_.end()) + "people.dbf", std::ios::binary);

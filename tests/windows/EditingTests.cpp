@@ -4,7 +4,14 @@
 namespace zu::windows {
 namespace {
 
-class GridEditing : public WindowTest {};
+class GridEditing : public WindowTest {
+protected:
+    /// The button goes down and up in the heading, and no move is told in between.
+    void DragWithoutMoves(LONG from, LONG to) const {
+        SendMessageW(form_->gridWindow(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from, 8));
+        SendMessageW(form_->gridWindow(), WM_LBUTTONUP, 0, MAKELPARAM(to, 8));
+    }
+};
 
 TEST_F(GridEditing, KeysMoveTheCurrentCell) {
     Edit(ManyPeople(100));
@@ -15,10 +22,8 @@ TEST_F(GridEditing, KeysMoveTheCurrentCell) {
     EXPECT_TRUE(form_->WaitForCell(3, 4));
     form_->Press(VK_HOME);
     EXPECT_TRUE(form_->WaitForCell(3, 1));
-    form_->Press({VK_END, true});
-    EXPECT_TRUE(form_->WaitForCell(101, 4));
-    form_->Press({VK_HOME, true});
-    EXPECT_TRUE(form_->WaitForCell(2, 1));
+    EXPECT_TRUE(form_->Until([&] { return form_->IsAtCell(101, 4); }, [&] { form_->Press({VK_END, true}); }));
+    EXPECT_TRUE(form_->Until([&] { return form_->IsAtCell(2, 1); }, [&] { form_->Press({VK_HOME, true}); }));
     form_->Press(VK_NEXT);
     EXPECT_TRUE(script_->WaitFor([&] { return form_->State(fgGrid::kCurrentRow) > 8; }));
     form_->Press(VK_PRIOR);
@@ -79,8 +84,10 @@ TEST_F(GridEditing, TabStoresAndEditsTheNextCell) {
     ASSERT_TRUE(form_->WaitForCell(2, 2));
     ASSERT_TRUE(form_->WaitForEditor(true));
     EXPECT_EQ(FormDriver::TextOf(form_->Editor()), L"31.5");
-    form_->Press({VK_TAB, false, true});
-    ASSERT_TRUE(form_->WaitForCell(2, 1));
+    ASSERT_TRUE(form_->Until([&] { return form_->IsAtCell(2, 1); },
+                             [&] {
+                                 form_->Press({VK_TAB, false, true});
+                             }));
 }
 
 TEST_F(GridEditing, AValueThatDoesNotFitIsExplainedAndStaysInItsBox) {
@@ -155,25 +162,24 @@ TEST_F(GridEditing, AColumnIsResizedByDraggingItsEdgeAndFittedByADoubleClick) {
 TEST_F(GridEditing, AColumnIsAsWideAsWhereTheButtonWasReleased) {
     Edit(FivePeople());
     const LONG width = static_cast<LONG>(form_->State(fgGrid::kColumnWidth, 1));
-    SendMessageW(form_->gridWindow(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(width - 1, 8));
-    SendMessageW(form_->gridWindow(), WM_LBUTTONUP, 0, MAKELPARAM(width + 24, 8));
+    DragWithoutMoves(width - 1, width + 24);
     EXPECT_EQ(form_->State(fgGrid::kColumnWidth, 1), width + 25);
 }
 
 TEST_F(GridEditing, TheMouseAtRestOnACellThatIsCutOffShowsItsWholeText) {
     Edit(FivePeople());
     const LONG width = static_cast<LONG>(form_->State(fgGrid::kColumnWidth, 1));
-    form_->Drag({width - 1, 8}, {29, 8});
-    ASSERT_TRUE(script_->WaitFor([&] { return form_->State(fgGrid::kColumnWidth, 1) < width; }));
-    form_->RestAt(form_->MiddleOf(3, 1));
-    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 1));
+    DragWithoutMoves(width - 1, 29);
+    const auto restOn = [&](LRESULT row, int column, LRESULT tip) {
+        return form_->Until([&] { return form_->State(fgGrid::kTipShown) == tip; },
+                            [&] { form_->RestAt(form_->MiddleOf(row, column)); });
+    };
+    EXPECT_TRUE(restOn(3, 1, 1));
     // Ages fit into their column.
-    form_->RestAt(form_->MiddleOf(3, 2));
-    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 0));
+    EXPECT_TRUE(restOn(3, 2, 0));
     SendMessageW(form_->gridWindow(), WM_MOUSEHOVER, 0, 0);
     EXPECT_EQ(form_->State(fgGrid::kTipShown), 0);
-    form_->RestAt(form_->MiddleOf(4, 1));
-    EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 1));
+    EXPECT_TRUE(restOn(4, 1, 1));
     form_->Press(VK_DOWN);
     EXPECT_TRUE(form_->WaitForState(fgGrid::kTipShown, 0));
 }
@@ -190,11 +196,12 @@ TEST_F(GridEditing, CopiesACellAndARowWithItsHeadings) {
         CloseClipboard();
         return text;
     };
-    form_->Press({'C', true});
-    EXPECT_TRUE(script_->WaitFor([&] { return clipboard() == L"Anna"; }));
-    form_->Press({'C', true, true});
-    EXPECT_TRUE(script_->WaitFor(
-        [&] { return clipboard().rfind(L"NAME\tAGE\tBORN\tMEMBER\r\nAnna\t31.5\t", 0) == 0; }));
+    EXPECT_TRUE(form_->Until([&] { return clipboard() == L"Anna"; }, [&] { form_->Press({'C', true}); }));
+    EXPECT_TRUE(
+        form_->Until([&] { return clipboard().rfind(L"NAME\tAGE\tBORN\tMEMBER\r\nAnna\t31.5\t", 0) == 0; },
+                     [&] {
+                         form_->Press({'C', true, true});
+                     }));
 }
 
 TEST_F(GridEditing, PastesIntoTheCell) {

@@ -1,5 +1,7 @@
 #include "tests/windows/FormDriver.h"
 
+#include <chrono>
+
 #include "component/ui/fgGrid.h"
 
 namespace zu::windows {
@@ -103,6 +105,16 @@ bool FormDriver::isOpen() const {
     return IsWindow(form_) && IsWindowVisible(form_);
 }
 
+bool FormDriver::Until(const std::function<bool()>& shows, const std::function<void()>& action) const {
+    constexpr int kAttempts = 5;
+    constexpr std::chrono::seconds kPatience{4};
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        action();
+        if (WaitUntil(shows, kPatience)) return true;
+    }
+    return false;
+}
+
 void FormDriver::Press(Chord chord) const {
     std::vector<WORD> held;
     if (chord.control) held.push_back(VK_CONTROL);
@@ -168,8 +180,12 @@ bool FormDriver::WaitForState(WPARAM what, LRESULT value) const {
     return script_.WaitFor([&] { return State(what) == value; });
 }
 
+bool FormDriver::IsAtCell(LRESULT row, LRESULT column) const {
+    return State(fgGrid::kCurrentRow) == row && State(fgGrid::kCurrentColumn) == column;
+}
+
 bool FormDriver::WaitForCell(LRESULT row, LRESULT column) const {
-    return WaitForState(fgGrid::kCurrentRow, row) && WaitForState(fgGrid::kCurrentColumn, column);
+    return script_.WaitFor([&] { return IsAtCell(row, column); });
 }
 
 bool FormDriver::WaitForCellText(const std::wstring& text) const {
@@ -224,25 +240,34 @@ bool FormDriver::WaitForLabel(const std::wstring& text) const {
     return script_.WaitFor([&] { return ShowsLabel(text); });
 }
 
+HWND FormDriver::Box() const {
+    // The search dialog is of the same class; it alone has no default text.
+    Search search{L"#32770", {}, true, script_.process(), nullptr};
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(parameter);
+            if (Compare(window, parameter) || !GetDlgItem(window, 0xFFFF)) {
+                wanted.found = nullptr;
+                return TRUE;
+            }
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found && GetForegroundWindow() == search.found ? search.found : nullptr;
+}
+
 HWND FormDriver::WaitForBox() const {
-    HWND box = nullptr;
-    script_.WaitFor([&] {
-        // The search dialog is of the same class; it alone has no default text.
-        Search search{L"#32770", {}, true, script_.process(), nullptr};
-        EnumWindows(
-            [](HWND window, LPARAM parameter) -> BOOL {
-                auto& wanted = *reinterpret_cast<Search*>(parameter);
-                if (Compare(window, parameter) || !GetDlgItem(window, 0xFFFF)) {
-                    wanted.found = nullptr;
-                    return TRUE;
-                }
-                return FALSE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        box = search.found;
-        return box && GetForegroundWindow() == box;
-    });
-    return box;
+    script_.WaitFor([this] { return Box() != nullptr; });
+    return Box();
+}
+
+bool FormDriver::Exit() const {
+    return Until([this] { return !isOpen(); }, [this] { PushButton(L"E&xit"); });
+}
+
+HWND FormDriver::ExitToBox() const {
+    Until([this] { return Box() != nullptr; }, [this] { PushButton(L"E&xit"); });
+    return Box();
 }
 
 std::wstring FormDriver::BoxText(HWND box) {

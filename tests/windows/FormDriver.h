@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -30,6 +31,11 @@ public:
     HWND form() const noexcept { return form_; }
     HWND gridWindow() const noexcept { return grid_; }
 
+    /// Acts, and acts again as long as nothing comes of it. On a busy machine the desktop's own events come
+    /// between the strokes of a chord, or move the pointer between pressing a button and letting it go, and
+    /// the action is lost. For actions that may be repeated.
+    bool Until(const std::function<bool()>& shows, const std::function<void()>& action) const;
+
     void Press(Chord chord) const;
     void Press(WORD key) const { Press(Chord{key}); }
     void Type(const std::wstring& text) const;
@@ -43,6 +49,7 @@ public:
 
     /// One number of the grid's state; see fgGrid::State.
     LRESULT State(WPARAM what, LPARAM which = 0) const;
+    bool IsAtCell(LRESULT row, LRESULT column) const;
     bool WaitForCell(LRESULT row, LRESULT column) const;
     bool WaitForState(WPARAM what, LRESULT value) const;
     POINT MiddleOf(LRESULT row, int column) const;
@@ -62,8 +69,14 @@ public:
     bool ShowsLabel(const std::wstring& text) const;
     bool WaitForLabel(const std::wstring& text) const;
 
-    /// A message box of the form: waits for it.
+    /// A message box of the form, when it is there and in front; null when not.
+    HWND Box() const;
+    /// The same, waited for.
     HWND WaitForBox() const;
+    /// Pushes Exit until the form has gone.
+    bool Exit() const;
+    /// Pushes Exit until a box asks about changes.
+    HWND ExitToBox() const;
     static std::wstring BoxText(HWND box);
     void AnswerBox(HWND box, int button) const;
     bool WaitForClose() const;

@@ -78,8 +78,10 @@ TEST_F(GridForm, ReadsOnlyTheRowsThatCanBeSeen) {
     Edit(ManyPeople(20000));
     EXPECT_LE(form_->State(fgGrid::kLoadedRows),
               form_->State(fgGrid::kVisibleEnd) - form_->State(fgGrid::kTopRow) + 3);
-    form_->Press({VK_END, true});
-    ASSERT_TRUE(form_->WaitForCell(20001, 4));
+    ASSERT_TRUE(form_->Until([&] { return form_->IsAtCell(20001, 4); },
+                             [&] {
+                                 form_->Press({VK_END, true});
+                             }));
     form_->Press(VK_HOME);
     ASSERT_TRUE(form_->WaitForCellText(L"n20000"));
     EXPECT_LT(form_->State(fgGrid::kLoadedRows), 60);
@@ -104,16 +106,14 @@ TEST_F(GridForm, ExitAsksAboutChangesAndCancelStays) {
     ASSERT_TRUE(form_->WaitForEditor(true));
     form_->Press(VK_RETURN);
     ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 1));
-    form_->PushButton(L"E&xit");
-    HWND box = form_->WaitForBox();
+    HWND box = form_->ExitToBox();
     ASSERT_TRUE(box);
     EXPECT_EQ(FormDriver::TextOf(box), L"Velmora.Fluxary");
     EXPECT_EQ(FormDriver::BoxText(box), L"The changes to this record have not been saved. Save them now?");
     form_->AnswerBox(box, IDCANCEL);
     EXPECT_TRUE(form_->isOpen());
     EXPECT_EQ(form_->State(fgGrid::kIsDirty), 1);
-    form_->PushButton(L"E&xit");
-    box = form_->WaitForBox();
+    box = form_->ExitToBox();
     ASSERT_TRUE(box);
     form_->AnswerBox(box, IDNO);
     EXPECT_TRUE(form_->WaitForClose());
@@ -126,8 +126,8 @@ TEST_F(GridForm, ExitSavesWhenTheUserSaysYes) {
     ASSERT_TRUE(form_->WaitForEditor(true));
     form_->Press(VK_RETURN);
     ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 1));
-    form_->Press({'X', false, false, true});
-    const HWND box = form_->WaitForBox();
+    form_->Until([&] { return form_->Box() != nullptr; }, [&] { form_->Press({'X', false, false, true}); });
+    const HWND box = form_->Box();
     ASSERT_TRUE(box);
     form_->AnswerBox(box, IDYES);
     EXPECT_TRUE(form_->WaitForClose());
@@ -143,8 +143,10 @@ TEST_F(GridForm, AddBeginsARecordThatUpdateSaves) {
     ASSERT_TRUE(form_->WaitForEditor(true));
     form_->Press(VK_RETURN);
     ASSERT_TRUE(form_->WaitForCellText(L"Fred"));
-    form_->Press({'U', false, false, true});
-    ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 0));
+    ASSERT_TRUE(form_->Until([&] { return form_->State(fgGrid::kIsDirty) == 0; },
+                             [&] {
+                                 form_->Press({'U', false, false, true});
+                             }));
     EXPECT_TRUE(form_->WaitForLabel(L"Record 6 of 6"));
     EXPECT_NE(ExitAndRead().find("Fred|"), std::string::npos);
 }
@@ -156,12 +158,13 @@ TEST_F(GridForm, DeleteAndUndeleteMarkTheRecord) {
     EXPECT_TRUE(form_->IsShown(L"&Undelete"));
     EXPECT_FALSE(form_->IsShown(L"&Delete"));
     EXPECT_EQ(form_->State(fgGrid::kRowCount), 7);
-    form_->Press({'T', true});
-    ASSERT_TRUE(script_->WaitFor([&] { return form_->IsShown(L"&Delete"); }));
+    ASSERT_TRUE(form_->Until([&] { return form_->IsShown(L"&Delete"); }, [&] { form_->Press({'T', true}); }));
     EXPECT_FALSE(form_->ShowsLabel(L"Deleted"));
     form_->Press(VK_DOWN);
-    form_->Press({'T', true});
-    EXPECT_TRUE(form_->WaitForLabel(L"Deleted"));
+    EXPECT_TRUE(form_->Until([&] { return form_->ShowsLabel(L"Deleted"); },
+                             [&] {
+                                 form_->Press({'T', true});
+                             }));
     const std::string output = ExitAndRead();
     EXPECT_NE(output.find("Anna"), std::string::npos);
     EXPECT_EQ(output.find("Bertil"), std::string::npos);
@@ -179,8 +182,8 @@ TEST_F(GridForm, ARecordChangedElsewhereIsNotOverwritten) {
             script, "DbfUpdate Args(0) & \">people\", \"NAME='Anna'\", Array(\"NAME\", \"Theirs\")\n");
         other.Output();
     }
-    form_->Press({'U', false, false, true});
-    const HWND box = form_->WaitForBox();
+    form_->Until([&] { return form_->Box() != nullptr; }, [&] { form_->Press({'U', false, false, true}); });
+    const HWND box = form_->Box();
     ASSERT_TRUE(box);
     EXPECT_EQ(FormDriver::BoxText(box), L"Unable to update Record");
     form_->AnswerBox(box, IDOK);

@@ -54,8 +54,7 @@ protected:
 
 TEST_F(ManualExample, OfDbfEditSaysThatTheWindowWasClosed) {
     RunExample("DbfEdit");
-    form_->PushButton(L"E&xit");
-    EXPECT_TRUE(form_->WaitForClose());
+    EXPECT_TRUE(form_->Exit());
     EXPECT_EQ(Lines(Output()), expected_);
 }
 

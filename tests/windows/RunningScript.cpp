@@ -25,8 +25,8 @@ std::string Narrow(const std::wstring& text) {
 }
 
 template <class Stop>
-bool Poll(const std::function<bool()>& condition, Stop&& stopped) {
-    const auto end = std::chrono::steady_clock::now() + kLimit;
+bool Poll(const std::function<bool()>& condition, std::chrono::milliseconds limit, Stop&& stopped) {
+    const auto end = std::chrono::steady_clock::now() + limit;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end || stopped()) return condition();
         MsgWaitForMultipleObjects(0, nullptr, FALSE, kPoll, QS_ALLINPUT);
@@ -39,8 +39,8 @@ bool Poll(const std::function<bool()>& condition, Stop&& stopped) {
 
 }  // namespace
 
-bool WaitUntil(const std::function<bool()>& condition) {
-    return Poll(condition, [] { return false; });
+bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
+    return Poll(condition, limit, [] { return false; });
 }
 
 RunningScript::RunningScript(const std::wstring& folder, const std::string& script, Host host)
@@ -86,7 +86,7 @@ bool RunningScript::isRunning() const {
 }
 
 bool RunningScript::WaitFor(const std::function<bool()>& condition) const {
-    return Poll(condition, [this] { return !isRunning(); });
+    return Poll(condition, kLimit, [this] { return !isRunning(); });
 }
 
 DWORD RunningScript::ExitCode() const {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -40,6 +41,7 @@ private:
 };
 
 /// Waits until `condition` holds; false after a generous limit.
-bool WaitUntil(const std::function<bool()>& condition);
+bool WaitUntil(const std::function<bool()>& condition,
+               std::chrono::milliseconds limit = std::chrono::seconds(20));
 
 }  // namespace zu::windows

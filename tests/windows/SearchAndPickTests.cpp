@@ -10,7 +10,10 @@ using Dialog = component::frmDBfEditSearch;
 class GridSearchDialog : public WindowTest {
 protected:
     void OpenSearch() {
-        form_->Press({'F', true});
+        ASSERT_TRUE(form_->Until([&] { return form_->SearchDialog() != nullptr; },
+                                 [&] {
+                                     form_->Press({'F', true});
+                                 }));
         ASSERT_TRUE(form_->WaitForDialog(true));
         dialog_ = form_->SearchDialog();
     }
@@ -64,8 +67,7 @@ TEST_F(GridSearchDialog, SaysWhatWasNotFound) {
 
 TEST_F(GridSearchDialog, StartsFromTheTopOnce) {
     Edit(ManyPeople(30));
-    form_->Press({VK_DOWN, true});
-    ASSERT_TRUE(form_->WaitForCell(31, 1));
+    ASSERT_TRUE(form_->Until([&] { return form_->IsAtCell(31, 1); }, [&] { form_->Press({VK_DOWN, true}); }));
     OpenSearch();
     Write(L"n");
     Check(Dialog::kStartAtTop);
@@ -102,8 +104,10 @@ TEST_F(GridPick, AnswersTheViewOnTheChosenRecord) {
         EXPECT_FALSE(form_->IsShown(caption)) << caption;
     form_->Press(VK_DOWN);
     ASSERT_TRUE(form_->WaitForCell(3, 1));
-    form_->Press({'S', false, false, true});
-    EXPECT_TRUE(form_->WaitForClose());
+    EXPECT_TRUE(form_->Until([&] { return !form_->isOpen(); },
+                             [&] {
+                                 form_->Press({'S', false, false, true});
+                             }));
     EXPECT_EQ(Output(), "picked Bertil\n");
 }
 

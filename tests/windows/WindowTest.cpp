@@ -58,8 +58,7 @@ void WindowTest::Command(const std::vector<Person>& people, const std::vector<st
 }
 
 std::string WindowTest::ExitAndRead() {
-    form_->Press({'X', false, false, true});
-    EXPECT_TRUE(form_->WaitForClose());
+    EXPECT_TRUE(form_->Exit());
     return Output();
 }
 
