@@ -507,9 +507,10 @@ LRESULT fgGrid::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             tip_.MouseOver(handle(), std::nullopt);
             return 0;
         case WM_LBUTTONUP:
-            // The last moves may not have been told.
-            if (dragged_) DragColumn(at.x);
-            if (dragged_) ReleaseCapture();
+            if (dragged_) {
+                DragColumn(at.x);  // the last moves may not have been told
+                ReleaseCapture();
+            }
             return 0;
         case WM_CAPTURECHANGED:
             dragged_.reset();

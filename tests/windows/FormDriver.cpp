@@ -265,8 +265,8 @@ bool FormDriver::Exit() const {
     return Until([this] { return !isOpen(); }, [this] { PushButton(L"E&xit"); });
 }
 
-HWND FormDriver::ExitToBox() const {
-    Until([this] { return Box() != nullptr; }, [this] { PushButton(L"E&xit"); });
+HWND FormDriver::BoxAfter(const std::function<void()>& action) const {
+    Until([this] { return Box() != nullptr; }, action);
     return Box();
 }
 

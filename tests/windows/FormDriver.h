@@ -75,8 +75,8 @@ public:
     HWND WaitForBox() const;
     /// Pushes Exit until the form has gone.
     bool Exit() const;
-    /// Pushes Exit until a box asks about changes.
-    HWND ExitToBox() const;
+    /// Acts until a message box shows.
+    HWND BoxAfter(const std::function<void()>& action) const;
     static std::wstring BoxText(HWND box);
     void AnswerBox(HWND box, int button) const;
     bool WaitForClose() const;

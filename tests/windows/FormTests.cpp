@@ -106,14 +106,14 @@ TEST_F(GridForm, ExitAsksAboutChangesAndCancelStays) {
     ASSERT_TRUE(form_->WaitForEditor(true));
     form_->Press(VK_RETURN);
     ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 1));
-    HWND box = form_->ExitToBox();
+    HWND box = form_->BoxAfter([&] { form_->PushButton(L"E&xit"); });
     ASSERT_TRUE(box);
     EXPECT_EQ(FormDriver::TextOf(box), L"Velmora.Fluxary");
     EXPECT_EQ(FormDriver::BoxText(box), L"The changes to this record have not been saved. Save them now?");
     form_->AnswerBox(box, IDCANCEL);
     EXPECT_TRUE(form_->isOpen());
     EXPECT_EQ(form_->State(fgGrid::kIsDirty), 1);
-    box = form_->ExitToBox();
+    box = form_->BoxAfter([&] { form_->PushButton(L"E&xit"); });
     ASSERT_TRUE(box);
     form_->AnswerBox(box, IDNO);
     EXPECT_TRUE(form_->WaitForClose());
@@ -126,8 +126,7 @@ TEST_F(GridForm, ExitSavesWhenTheUserSaysYes) {
     ASSERT_TRUE(form_->WaitForEditor(true));
     form_->Press(VK_RETURN);
     ASSERT_TRUE(form_->WaitForState(fgGrid::kIsDirty, 1));
-    form_->Until([&] { return form_->Box() != nullptr; }, [&] { form_->Press({'X', false, false, true}); });
-    const HWND box = form_->Box();
+    const HWND box = form_->BoxAfter([&] { form_->Press({'X', false, false, true}); });
     ASSERT_TRUE(box);
     form_->AnswerBox(box, IDYES);
     EXPECT_TRUE(form_->WaitForClose());
@@ -182,8 +181,7 @@ TEST_F(GridForm, ARecordChangedElsewhereIsNotOverwritten) {
             script, "DbfUpdate Args(0) & \">people\", \"NAME='Anna'\", Array(\"NAME\", \"Theirs\")\n");
         other.Output();
     }
-    form_->Until([&] { return form_->Box() != nullptr; }, [&] { form_->Press({'U', false, false, true}); });
-    const HWND box = form_->Box();
+    const HWND box = form_->BoxAfter([&] { form_->Press({'U', false, false, true}); });
     ASSERT_TRUE(box);
     EXPECT_EQ(FormDriver::BoxText(box), L"Unable to update Record");
     form_->AnswerBox(box, IDOK);

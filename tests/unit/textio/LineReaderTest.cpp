@@ -8,6 +8,7 @@
 
 #include "portable/error/Error.h"
 #include "portable/files/MemoryFiles.h"
+#include "tests/unit/InventedFile.h"
 
 namespace zu::textio {
 namespace {
@@ -87,14 +88,13 @@ TEST(LineReader, ReadsLinesOfMegabytes) {
 }
 
 /// A file of more than four gigabytes that exists nowhere: each line is the number of its block.
-class HugeFile final : public files::File {
+class HugeFile final : public test::InventedFile {
 public:
     static constexpr std::uint64_t kSize = (4ULL << 30) + (64ULL << 20);
     static constexpr std::uint64_t kLine = 1ULL << 20;
 
-    explicit HugeFile(std::size_t& longestRead) : longestRead_(longestRead) {}
+    explicit HugeFile(std::size_t& longestRead) : InventedFile("huge"), longestRead_(longestRead) {}
 
-    const std::string& path() const noexcept override { return path_; }
     std::uint64_t Size() const override { return kSize; }
     std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> buffer) const override {
         longestRead_ = std::max(longestRead_, buffer.size());
@@ -108,15 +108,8 @@ public:
         }
         return count;
     }
-    void WriteAt(std::uint64_t, std::span<const std::byte>) override {}
-    void Truncate(std::uint64_t) override {}
-    void Flush() override {}
-    std::unique_ptr<files::Mapping> Map() const override { return nullptr; }
-    bool TryLock(std::uint64_t, std::uint64_t, files::LockMode) override { return true; }
-    void Unlock(std::uint64_t, std::uint64_t) override {}
 
 private:
-    std::string path_ = "huge";
     std::size_t& longestRead_;
 };
 
@@ -134,20 +127,12 @@ TEST(LineReader, ReadsFilesOfGigabytesInConstantMemory) {
 }
 
 /// A file that is one line without end.
-class EndlessFile final : public files::File {
+class EndlessFile final : public test::InventedFile {
 public:
-    const std::string& path() const noexcept override { return path_; }
+    EndlessFile() : InventedFile("C:\\endless.txt") {}
+
     std::uint64_t Size() const override { return ~std::uint64_t{0}; }
     std::size_t ReadAt(std::uint64_t, std::span<std::byte> buffer) const override { return buffer.size(); }
-    void WriteAt(std::uint64_t, std::span<const std::byte>) override {}
-    void Truncate(std::uint64_t) override {}
-    void Flush() override {}
-    std::unique_ptr<files::Mapping> Map() const override { return nullptr; }
-    bool TryLock(std::uint64_t, std::uint64_t, files::LockMode) override { return true; }
-    void Unlock(std::uint64_t, std::uint64_t) override {}
-
-private:
-    std::string path_ = "C:\\endless.txt";
 };
 
 TEST(LineReader, RefusesALineWithoutEndByTheNameOfTheFile) {

@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <span>
-#include <string>
 #include <vector>
 
 #include "portable/error/Error.h"
-#include "portable/files/File.h"
+#include "tests/unit/InventedFile.h"
 
 namespace zu::dbf::transaction {
 namespace {
@@ -19,16 +17,15 @@ namespace {
 constexpr std::uint64_t kLockBytes = 1'000'000'000;
 
 /// Counts what is read of a file that says of each place which one it is, however long it is.
-class CountedFile final : public files::File {
+class CountedFile final : public test::InventedFile {
 public:
-    explicit CountedFile(std::uint64_t size) : size_(size) {}
+    explicit CountedFile(std::uint64_t size) : InventedFile("t.dbf"), size_(size) {}
 
     static std::byte At(std::uint64_t offset) { return static_cast<std::byte>(offset * 7 + offset / 251); }
     std::size_t reads() const { return reads_; }
     std::uint64_t furthest() const { return furthest_; }
     void CutTo(std::uint64_t size) { size_ = size; }
 
-    const std::string& path() const noexcept override { return path_; }
     std::uint64_t Size() const override { return size_; }
     std::size_t ReadAt(std::uint64_t offset, std::span<std::byte> buffer) const override {
         ++reads_;
@@ -38,15 +35,8 @@ public:
             buffer[count] = At(offset + count);
         return count;
     }
-    void WriteAt(std::uint64_t, std::span<const std::byte>) override {}
-    void Truncate(std::uint64_t) override {}
-    void Flush() override {}
-    std::unique_ptr<files::Mapping> Map() const override { return nullptr; }
-    bool TryLock(std::uint64_t, std::uint64_t, files::LockMode) override { return true; }
-    void Unlock(std::uint64_t, std::uint64_t) override {}
 
 private:
-    std::string path_ = "t.dbf";
     std::uint64_t size_;
     mutable std::size_t reads_ = 0;
     mutable std::uint64_t furthest_ = 0;

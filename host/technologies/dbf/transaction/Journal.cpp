@@ -91,12 +91,6 @@ private:
     std::size_t at_ = 0;
 };
 
-void ReadFully(const files::File& file, std::uint64_t offset, std::span<std::byte> buffer) {
-    if (file.ReadAt(offset, buffer) != buffer.size())
-        throw Error(ErrorKind::IoFailure,
-                    "The file " + file.path() + " is shorter than it was a moment ago.");
-}
-
 // Windows does not make a file shorter that anybody has mapped. What is left behind the old end is harmless
 // then: no page and no memo block refers to it, and the records of a table end at the mark.
 void CutBack(files::File& file, Part part, std::uint64_t size) {

@@ -18,10 +18,10 @@ constexpr std::uint64_t kFirstLockByte = 1'000'000'000;
 
 }  // namespace
 
-void StretchReader::ReadFully(std::uint64_t offset, std::span<std::byte> buffer) const {
-    if (file_.ReadAt(offset, buffer) != buffer.size())
+void ReadFully(const files::File& file, std::uint64_t offset, std::span<std::byte> buffer) {
+    if (file.ReadAt(offset, buffer) != buffer.size())
         throw Error(ErrorKind::IoFailure,
-                    "The file " + file_.path() + " is shorter than it was a moment ago.");
+                    "The file " + file.path() + " is shorter than it was a moment ago.");
 }
 
 void StretchReader::Read(std::uint64_t offset, std::span<std::byte> piece, std::uint64_t next) {
@@ -30,11 +30,11 @@ void StretchReader::Read(std::uint64_t offset, std::span<std::byte> piece, std::
     if (!isHeld) {
         const std::uint64_t step = next > offset ? next - offset : offset - next;
         if (step == 0 || step > kFar || piece.size() > kStretch || end + kStretch > kFirstLockByte)
-            return ReadFully(offset, piece);
+            return ReadFully(file_, offset, piece);
         const std::uint64_t begin = next > offset ? offset : end - std::min<std::uint64_t>(end, kStretch);
         std::vector<std::byte> stretch(
             static_cast<std::size_t>(std::min<std::uint64_t>(kStretch, size_ - begin)));
-        ReadFully(begin, stretch);
+        ReadFully(file_, begin, stretch);
         begin_ = begin;
         stretch_ = std::move(stretch);
     }

@@ -9,6 +9,9 @@
 
 namespace zu::dbf::transaction {
 
+/// Fills `buffer` with the bytes at `offset`; IoFailure when the file ends before.
+void ReadFully(const files::File& file, std::uint64_t offset, std::span<std::byte> buffer);
+
 /// Reads many short pieces of a file. Pieces that follow each other closely, upwards or downwards, come from
 /// one reading of a stretch of 64 KB, which is kept: nobody else may write there as long as the reader is in
 /// use.
@@ -24,8 +27,6 @@ public:
     void Read(std::uint64_t offset, std::span<std::byte> piece, std::uint64_t next);
 
 private:
-    void ReadFully(std::uint64_t offset, std::span<std::byte> buffer) const;
-
     const files::File& file_;
     std::uint64_t size_;
     std::uint64_t begin_ = 0;  ///< of the stretch
