@@ -28,6 +28,12 @@ class Program:
         return measure(self.command(turns), self.environment, self.prefix)
 
 
+def on_one_processor(program):
+    """The same program, whose threads have one processor among them: what its work costs without the price of sharing it out."""
+    first = str(min(os.sched_getaffinity(0)))
+    return dataclasses.replace(program, command=lambda times: ["taskset", "-c", first, *program.command(times)])
+
+
 def words(arguments):
     """Absolute paths of this system, also in front of a ">", become those of Windows."""
     return [windows_path(argument) if str(argument).startswith("/") else str(argument) for argument in arguments]
