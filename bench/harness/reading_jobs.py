@@ -38,8 +38,10 @@ def lookup(setting):
         return [programs.sqlite_in_process("lookup", 1, records, number, orders.sqlite, agrees=True),
                 programs.limit("lookup", 1, number, orders.table, agrees=True)]
 
-    def script(name, file, number, **more):
-        return programs.zurun(setting.wine, file, 1, orders.table, records, number, name=name, **more)
+    alone = "script's calls alone"
+
+    def script(name, file, number, *word, **more):
+        return programs.zurun(setting.wine, file, 1, orders.table, records, number, *word, name=name, **more)
 
     return [
         Job("lookup by key, vtable", "lookup", quickly, [
@@ -47,8 +49,9 @@ def lookup(setting):
         Job("lookup by key, vtable, table kept open", "lookup", quickly, [
             programs.client(setting.wine, "lookup", 1, records, quickly, orders.table, "open", agrees=True), *theirs(quickly)]),
         Job("lookup by key, VBScript", "lookup", slowly, [
-            script("zurun", "work.vbs", slowly, job="lookup", agrees=True), script("script's calls alone", "bare.vbs", slowly), *theirs(slowly)]),
-        Job("lookup by key, JScript", "lookup", slowly, [script("zurun", "lookup.js", slowly, agrees=True), *theirs(slowly)]),
+            script("zurun", "work.vbs", slowly, job="lookup", agrees=True), script(alone, "work.vbs", slowly, job="calls"), *theirs(slowly)]),
+        Job("lookup by key, JScript", "lookup", slowly, [
+            script("zurun", "lookup.js", slowly, agrees=True), script(alone, "lookup.js", slowly, "calls"), *theirs(slowly)]),
     ]
 
 

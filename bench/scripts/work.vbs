@@ -6,6 +6,7 @@ For turn = 0 To CLng(Args(1)) - 1
     Select Case Args(0)
         Case "count": result = DbfCount(Word(2), "COUNTRY = 'SE' AND AMOUNT > 15000")
         Case "lookup": result = Lookups(Word(2), CLng(Args(3)), CLng(Args(4)))
+        Case "calls": result = Calls(Word(2), CLng(Args(3)), CLng(Args(4)))
         Case "add": result = Adds(Word(2), CLng(Args(3)), CLng(Args(4)))
         Case "update": result = Updates(Word(2), CLng(Args(3)), CLng(Args(4)))
         Case "pack": Need DbfCleanup(Word(2)): result = DbfCount(Word(2))
@@ -71,6 +72,21 @@ Function Lookups(table, records, count)
         If view.RecordCount > 0 Then sum = sum + CLng(view("QTY").Value)
     Next
     Lookups = sum
+End Function
+
+' What Lookups does but for the lookup: what a script pays for its own steps and its calls of objects. The function that is called
+' has as many arguments and next to nothing to do.
+Function Calls(table, records, count)
+    Dim number, key, view, sum, held, answer
+    Set held = DbfLookup(table, 1)
+    key = 1
+    For number = 1 To count
+        key = NextKey(key, records)
+        answer = Descend(key, "")
+        Set view = held
+        If view.RecordCount > 0 Then sum = sum + CLng(view("QTY").Value)
+    Next
+    Calls = sum
 End Function
 
 Function Adds(table, records, count)
