@@ -4,6 +4,8 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
+#include <initializer_list>
 #include <new>
 #include <string>
 #include <string_view>
@@ -46,6 +48,18 @@ public:
         return *this;
     }
 
+    /// The parts one after the other.
+    static Bstr Joined(std::initializer_list<std::wstring_view> parts) {
+        std::size_t length = 0;
+        for (const std::wstring_view part : parts)
+            length += part.size();
+        BSTR const text = SysAllocStringLen(nullptr, static_cast<UINT>(length));
+        if (!text) throw std::bad_alloc();
+        wchar_t* end = text;
+        for (const std::wstring_view part : parts)
+            end = std::copy(part.begin(), part.end(), end);
+        return Adopt(text);
+    }
     static Bstr Adopt(BSTR text) noexcept {
         Bstr result;
         result.text_ = text;

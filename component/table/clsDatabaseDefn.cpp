@@ -83,10 +83,8 @@ void clsDatabaseDefn::ParseText(std::wstring_view text) {
 
 void clsDatabaseDefn::AddDefaultTechnology() {
     if (dataBaseName_.view().find(kTechnologyMark) != std::wstring_view::npos) return;
-    std::wstring name = Engine().data().DefaultTechnology().str();
-    name += kTechnologyMark;
-    name += dataBaseName_.view();
-    dataBaseName_ = Bstr(name);
+    const Bstr technology = Engine().data().DefaultTechnology();
+    dataBaseName_ = Bstr::Joined({technology.view(), {&kTechnologyMark, 1}, dataBaseName_.view()});
 }
 
 }  // namespace zu::component

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "com/Object.h"
+#include "com/Recycled.h"
 #include "host/service/ViewCursor.h"
 #include "idl/ZuDataViewInterface.h"
 
@@ -10,7 +11,7 @@ namespace zu::host {
 
 /// One field of a view. It reads and writes whatever record of the view is current when it is asked, and
 /// works on after its view object is gone.
-class DataField final : public com::DualObject<DataField, ZuDataField> {
+class DataField final : public com::DualObject<DataField, ZuDataField>, public com::Recycled<DataField> {
 public:
     DataField(std::shared_ptr<ViewCursor> cursor, std::size_t field)
         : cursor_(std::move(cursor)), field_(field) {}

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "com/Object.h"
+#include "com/Recycled.h"
 #include "host/service/DataField.h"
 #include "host/service/ViewCursor.h"
 #include "idl/ZuDataViewInterface.h"
@@ -11,7 +12,7 @@
 namespace zu::host {
 
 /// The fields of a view. Each field object is made once and handed out again.
-class DataFields final : public com::DualObject<DataFields, ZuDataFields> {
+class DataFields final : public com::DualObject<DataFields, ZuDataFields>, public com::Recycled<DataFields> {
 public:
     explicit DataFields(std::shared_ptr<ViewCursor> cursor) : cursor_(std::move(cursor)) {}
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "com/Object.h"
+#include "com/Recycled.h"
 #include "host/service/IndexKey.h"
 #include "idl/Zuengine.h"
 
@@ -10,7 +11,7 @@ namespace zu::host {
 
 /// An index of an open table with a key of its own to load: each object that a table hands out starts with a
 /// key that is not loaded.
-class DataIndex final : public com::DualObject<DataIndex, ::DataIndex> {
+class DataIndex final : public com::DualObject<DataIndex, ::DataIndex>, public com::Recycled<DataIndex> {
 public:
     explicit DataIndex(std::shared_ptr<IndexKey> key) : key_(std::move(key)) {}
 

@@ -3,13 +3,15 @@
 #include <memory>
 
 #include "com/Object.h"
+#include "com/Recycled.h"
 #include "host/service/IndexKey.h"
 #include "idl/Zuengine.h"
 
 namespace zu::host {
 
 /// One part of the key of an index, loaded with the value to seek.
-class DataKeyField final : public com::DualObject<DataKeyField, ::DataKeyField> {
+class DataKeyField final : public com::DualObject<DataKeyField, ::DataKeyField>,
+                           public com::Recycled<DataKeyField> {
 public:
     DataKeyField(std::shared_ptr<IndexKey> key, std::size_t part) : key_(std::move(key)), part_(part) {}
 

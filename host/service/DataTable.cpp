@@ -60,12 +60,13 @@ IDispatch* DataTable::ViewOf(const VARIANT& fieldNames, std::vector<std::uint32_
         shape = shape->With(*chosen);
     const auto deleted =
         flag != 0 || showDeleted_ ? TableRecords::Deleted::Stay : TableRecords::Deleted::Leave;
-    return MakeView(std::make_shared<TableRecords>(table_, std::move(shape), std::move(records), deleted))
+    return MakeView(
+               com::MakeSharedRecycled<TableRecords>(table_, std::move(shape), std::move(records), deleted))
         .detach();
 }
 
 ::DataIndex* DataTable::IndexObject(std::size_t index) const {
-    return com::MakeObject<DataIndex>(std::make_shared<IndexKey>(open_, index)).detach();
+    return com::MakeObject<DataIndex>(com::MakeSharedRecycled<IndexKey>(open_, index)).detach();
 }
 
 std::size_t DataTable::LocateIndex(const VARIANT& index) const {

@@ -4,13 +4,14 @@
 #include <optional>
 
 #include "com/Object.h"
+#include "com/Recycled.h"
 #include "host/service/OpenTable.h"
 #include "idl/Zuengine.h"
 
 namespace zu::host {
 
 /// An open table, with at most one index open. The views that it hands out keep the table open by themselves.
-class DataTable final : public com::DualObject<DataTable, ::DataTable> {
+class DataTable final : public com::DualObject<DataTable, ::DataTable>, public com::Recycled<DataTable> {
 public:
     explicit DataTable(std::shared_ptr<OpenTable> table);
 

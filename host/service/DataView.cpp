@@ -9,7 +9,7 @@
 namespace zu::host {
 
 com::ComPtr<DataView> MakeView(std::shared_ptr<RecordSet> records) {
-    return com::MakeObject<DataView>(std::make_shared<ViewCursor>(std::move(records)));
+    return com::MakeObject<DataView>(com::MakeSharedRecycled<ViewCursor>(std::move(records)));
 }
 
 HRESULT DataView::DeleteAll(LONG* deleted) noexcept {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "com/Recycled.h"
 #include "host/service/ViewMembers.h"
 #include "host/technologies/Batch.h"
 #include "host/technologies/RowCells.h"
@@ -13,7 +14,8 @@ namespace zu::host {
 
 /// A view as tables hand it out: the records of a selection, or the layout of a table without records.
 class DataView final
-    : public ViewMembers<com::DualObject<DataView, ZuDataView, RecordRuns, RecordBatch, RecordDeletion>> {
+    : public ViewMembers<com::DualObject<DataView, ZuDataView, RecordRuns, RecordBatch, RecordDeletion>>,
+      public com::Recycled<DataView> {
 public:
     using ViewMembers::ViewMembers;
 

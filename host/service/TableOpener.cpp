@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <array>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -23,16 +24,35 @@ std::string Utf8(std::wstring_view text) {
     return text::ToUtf8(com::AsUtf16(text));
 }
 
-std::wstring CurrentFolder() {
-    std::wstring folder(GetCurrentDirectoryW(0, nullptr), L'\0');
-    folder.resize(GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data()));
-    return folder;
-}
+/// The process's current folder. It is asked for with every table, and is short most of the time.
+class CurrentFolder {
+public:
+    CurrentFolder() {
+        const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(usual_.size()), usual_.data());
+        if (length < usual_.size()) {
+            name_ = {usual_.data(), length};
+            return;
+        }
+        long_.resize(length);
+        long_.resize(GetCurrentDirectoryW(length, long_.data()));
+        name_ = long_;
+    }
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+    std::wstring_view name() const noexcept { return name_; }
+
+private:
+    std::array<wchar_t, MAX_PATH> usual_;
+    std::wstring long_;
+    std::wstring_view name_;
+};
 
 technologies::TechnologySettings TechnologySettingsOf(const Settings& settings,
-                                                      const std::wstring& currentFolder) {
+                                                      std::wstring_view currentFolder) {
     technologies::TechnologySettings result;
-    result.dataFolder = Utf8(settings.dataFolder.empty() ? currentFolder : settings.dataFolder);
+    result.dataFolder =
+        Utf8(settings.dataFolder.empty() ? currentFolder : std::wstring_view(settings.dataFolder));
     result.codePage = settings.codePage;
     result.showDeleted = settings.showDeleted;
     result.blankNumbersAreNull = settings.blankNumbersAreNull;
@@ -134,7 +154,9 @@ private:
 
 std::shared_ptr<const Request> RequestFor(std::wstring_view database, std::wstring_view table) {
     auto settings = SettingsStore::Instance().Share();
-    std::wstring folder = settings->dataFolder.empty() ? CurrentFolder() : std::wstring();
+    std::optional<CurrentFolder> current;
+    if (settings->dataFolder.empty()) current.emplace();
+    const std::wstring_view folder = current ? current->name() : std::wstring_view();
     auto last = LastRequest::Instance().Get();
     if (last && last->settings == settings && last->folder == folder && last->database == database &&
         last->table == table)
@@ -145,7 +167,7 @@ std::shared_ptr<const Request> RequestFor(std::wstring_view database, std::wstri
     request->tableName = Utf8(table);
     request->reuseName = ReuseName(request->name, request->tableName, request->technologySettings);
     request->settings = std::move(settings);
-    request->folder = std::move(folder);
+    request->folder = folder;
     request->database = database;
     request->table = table;
     LastRequest::Instance().Put(request);
@@ -174,7 +196,7 @@ DatabaseName SplitDatabaseName(std::wstring_view name) {
 
 std::unique_ptr<technologies::Technology> MakeTechnology(const std::string& name) {
     return Make(name, files::SystemFiles(),
-                TechnologySettingsOf(*SettingsStore::Instance().Share(), CurrentFolder()));
+                TechnologySettingsOf(*SettingsStore::Instance().Share(), CurrentFolder().name()));
 }
 
 std::shared_ptr<OpenTable> OpenTableByName(std::wstring_view database, std::wstring_view table) {

@@ -404,8 +404,10 @@ std::optional<std::vector<std::uint32_t>> DbfTable::SeekUnlocked(
     if (!indexes_ || !records_.IsAsBefore()) return std::nullopt;
     RecordSelector selector(records_, nullptr, includeDeleted || showDeleted_, maxRecords);
     std::vector<std::uint32_t> found;
-    const bool certain = indexes_->SeekUnlocked(
-        index, criteria, [&](std::uint32_t record) { return selector.Take(record, found); });
+    const bool certain = indexes_->SeekUnlocked(index, criteria, [&](std::uint32_t record) {
+        records_.Expect(record);
+        return selector.Take(record, found);
+    });
     if (!certain) return std::nullopt;
     return found;
 }

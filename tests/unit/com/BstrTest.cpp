@@ -28,6 +28,12 @@ TEST(Bstr, IsCopiedAndMoved) {
     EXPECT_EQ(copy.view(), L"other");
 }
 
+TEST(Bstr, IsPutTogetherFromParts) {
+    EXPECT_EQ(Bstr::Joined({L"DBF", L"|", L"C:\\data"}).view(), L"DBF|C:\\data");
+    EXPECT_EQ(Bstr::Joined({L"", std::wstring_view(L"a\0b", 3), L""}).view(), std::wstring_view(L"a\0b", 3));
+    EXPECT_TRUE(Bstr::Joined({}).empty());
+}
+
 TEST(Bstr, GivesItsTextAway) {
     Bstr text(L"text");
     SysFreeString(text.detach());

@@ -88,7 +88,16 @@ void LeafSearch::Scan(const KeyBounds& bounds) {
 }
 
 bool LeafSearch::IsUnchanged() {
-    return std::memcmp(page_.data(), file_.Page(leaf_).data(), kPageSize) == 0;
+    const std::byte* const now = file_.Page(leaf_).data();
+    std::uint64_t differences = 0;  // a loop that the processor takes in a few steps, without a call
+    for (std::size_t at = 0; at < kPageSize; at += sizeof differences) {
+        std::uint64_t before = 0;
+        std::uint64_t after = 0;
+        std::memcpy(&before, page_.data() + at, sizeof before);
+        std::memcpy(&after, now + at, sizeof after);
+        differences |= before ^ after;
+    }
+    return differences == 0;
 }
 
 }  // namespace zu::dbf::cdx

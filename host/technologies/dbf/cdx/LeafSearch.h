@@ -46,7 +46,7 @@ private:
     std::uint32_t root_;
     KeyShape shape_;
     std::uint32_t leaf_ = 0;
-    std::array<std::byte, kPageSize> page_{};
+    std::array<std::byte, kPageSize> page_;  ///< left as it is until a page is read
     std::vector<std::uint32_t> records_;
     std::uint32_t below_ = kNoRecord;
     std::uint32_t above_ = kNoRecord;
