@@ -32,7 +32,7 @@ def select(setting):
 
 def lookup(setting):
     orders, records = setting.orders, setting.records
-    quickly, slowly = (5_000, 2_000) if setting.quick else (100_000, 20_000)
+    quickly, slowly = (5_000, 2_000) if setting.quick else (100_000, 50_000)
 
     def theirs(number):
         return [programs.sqlite_in_process("lookup", 1, records, number, orders.sqlite, agrees=True),
