@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <random>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -35,10 +36,8 @@ Entries ManyEntries() {
 
 KeyBounds Between(const std::string& low, const std::string& high) {
     KeyBounds bounds;
-    for (const char c : low)
-        bounds.low.push_back(static_cast<std::byte>(c));
-    for (const char c : high)
-        bounds.high.push_back(static_cast<std::byte>(c));
+    bounds.low = KeyBuffer(std::as_bytes(std::span(low)));
+    bounds.high = KeyBuffer(std::as_bytes(std::span(high)));
     return bounds;
 }
 
@@ -52,19 +51,20 @@ Records Within(const Entries& entries, const std::string& low, const std::string
 TEST(LeafSearch, FindsWhatLiesBetweenTheBoundsOrKnowsThatItDoesNotKnowAll) {
     const Entries entries = ManyEntries();
     BareTree tree(entries, kShape);
+    Records records;
     LeafSearch leaf(tree.Open(), tree.root, kShape);
     std::size_t whole = 0;
     for (std::size_t i = 0; i < entries.size(); i += 3) {
         const std::string low = entries[i].first;
         for (const std::string& high : {low, low.substr(0, 5) + "~~~~~~~"}) {
-            leaf.Find(Between(low, high));
+            leaf.Find(Between(low, high), records);
             const Records wanted = Within(entries, low, high);
             if (leaf.isWholeBelow() && leaf.isWholeAbove()) {
-                EXPECT_EQ(leaf.records(), wanted) << low << " to " << high;
+                EXPECT_EQ(records, wanted) << low << " to " << high;
                 ++whole;
             } else if (leaf.isWholeBelow()) {
-                ASSERT_LE(leaf.records().size(), wanted.size());
-                EXPECT_TRUE(std::equal(leaf.records().begin(), leaf.records().end(), wanted.begin())) << low;
+                ASSERT_LE(records.size(), wanted.size());
+                EXPECT_TRUE(std::equal(records.begin(), records.end(), wanted.begin())) << low;
             }
         }
     }
@@ -74,11 +74,12 @@ TEST(LeafSearch, FindsWhatLiesBetweenTheBoundsOrKnowsThatItDoesNotKnowAll) {
 TEST(LeafSearch, KnowsTheEntriesBesideAKeyThatIsNotThere) {
     const Entries entries = ManyEntries();
     BareTree tree(entries, kShape);
+    Records records;
     LeafSearch leaf(tree.Open(), tree.root, kShape);
     const std::string missing = "bbba#       ";
-    leaf.Find(Between(missing, missing));
+    leaf.Find(Between(missing, missing), records);
     const auto above = std::lower_bound(entries.begin(), entries.end(), std::pair{missing, 0U});
-    EXPECT_TRUE(leaf.records().empty());
+    EXPECT_TRUE(records.empty());
     EXPECT_EQ(leaf.above(), above->second);
     EXPECT_EQ(leaf.below(), std::prev(above)->second);
 }
@@ -86,18 +87,19 @@ TEST(LeafSearch, KnowsTheEntriesBesideAKeyThatIsNotThere) {
 TEST(LeafSearch, IsWholeAtTheEndsOfTheTreeAndNotAtThoseOfAPage) {
     const Entries entries = ManyEntries();
     BareTree tree(entries, kShape);
+    Records records;
     LeafSearch leaf(tree.Open(), tree.root, kShape);
-    leaf.Find(Between(std::string(12, ' '), entries.front().first));
+    leaf.Find(Between(std::string(12, ' '), entries.front().first), records);
     EXPECT_TRUE(leaf.isWholeBelow());
-    leaf.Find(Between(entries.back().first, std::string(12, '~')));
+    leaf.Find(Between(entries.back().first, std::string(12, '~')), records);
     EXPECT_TRUE(leaf.isWholeAbove());
     EXPECT_EQ(leaf.above(), LeafSearch::kNoRecord);
     // From a key in the middle to the end there are many pages.
-    leaf.Find(Between(entries[2000].first, std::string(12, '~')));
+    leaf.Find(Between(entries[2000].first, std::string(12, '~')), records);
     EXPECT_FALSE(leaf.isWholeAbove());
     std::size_t notBelow = 0;
     for (const auto& entry : entries) {
-        leaf.Find(Between(entry.first, entry.first));
+        leaf.Find(Between(entry.first, entry.first), records);
         if (!leaf.isWholeBelow()) ++notBelow;
     }
     EXPECT_GT(notBelow, 10U) << "keys at which a page begins";
@@ -107,9 +109,10 @@ TEST(LeafSearch, NoticesThatItsPageHasChanged) {
     BareTree tree({{"anna", 1}, {"bert", 2}}, kShape);
     tree.memory.AllowMapping(false);
     CdxFile& file = tree.Open();
+    Records records;
     LeafSearch leaf(file, tree.root, kShape);
-    leaf.Find(Between("bert        ", "bert        "));
-    EXPECT_EQ(leaf.records(), (Records{2}));
+    leaf.Find(Between("bert        ", "bert        "), records);
+    EXPECT_EQ(records, (Records{2}));
     file.Refresh();
     EXPECT_TRUE(leaf.IsUnchanged());
     tree.Patch(tree.root + kPageSize - 1, "z");
@@ -120,8 +123,9 @@ TEST(LeafSearch, NoticesThatItsPageHasChanged) {
 TEST(LeafSearch, RefusesAPageThatContradictsItself) {
     BareTree tree({{"anna", 1}, {"bert", 2}}, kShape);
     tree.Patch(tree.root + page::kCount, "\xFF\x7F");
+    Records records;
     LeafSearch leaf(tree.Open(), tree.root, kShape);
-    EXPECT_THROW(leaf.Find(Between("bert        ", "bert        ")), Error);
+    EXPECT_THROW(leaf.Find(Between("bert        ", "bert        "), records), Error);
 }
 
 }  // namespace

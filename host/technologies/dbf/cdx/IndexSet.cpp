@@ -8,6 +8,7 @@
 
 #include "host/technologies/dbf/cdx/CdxFile.h"
 #include "host/technologies/dbf/cdx/KeyBounds.h"
+#include "host/technologies/dbf/cdx/KeyOrder.h"
 #include "host/technologies/dbf/cdx/LeafPage.h"
 #include "host/technologies/dbf/cdx/LeafSearch.h"
 #include "host/technologies/dbf/cdx/OpenTag.h"
@@ -273,13 +274,13 @@ private:
         const std::size_t length = bounds.low.size();
         if (tag.header().descending) {
             for (bool more = cursor.SeekBefore(bounds.high.data(), kNoPage); more; more = cursor.Previous()) {
-                if (std::memcmp(cursor.key(), bounds.low.data(), length) < 0) return;
+                if (CompareKeys(cursor.key(), bounds.low.data(), length) < 0) return;
                 if (!takeRecord(cursor.record())) return;
             }
             return;
         }
         for (bool more = cursor.Seek(bounds.low.data(), 0); more; more = cursor.Next()) {
-            if (std::memcmp(cursor.key(), bounds.high.data(), length) > 0) return;
+            if (CompareKeys(cursor.key(), bounds.high.data(), length) > 0) return;
             if (!takeRecord(cursor.record())) return;
         }
     }
@@ -289,19 +290,18 @@ private:
         if (plan.isEmpty()) return true;
         const KeyBounds& bounds = plan.bounds();
         LeafSearch leaf(file_, tag.header().root, tag.encoder().form().shape());
-        leaf.Find(bounds);
+        leaf.Find(bounds, hits_);
         const bool backward = tag.header().descending;
         if (backward ? !leaf.isWholeAbove() : !leaf.isWholeBelow()) return false;
-        const auto& records = leaf.records();
         bool isFull = false;
-        for (std::size_t i = 0; i < records.size() && !isFull; ++i) {
-            const std::uint32_t record = records[backward ? records.size() - 1 - i : i];
+        for (std::size_t i = 0; i < hits_.size() && !isFull; ++i) {
+            const std::uint32_t record = hits_[backward ? hits_.size() - 1 - i : i];
             if (Compare(tag, record, bounds) != 0) return false;
             if (plan.hasTests() && !plan.Test(RowOf(record))) continue;
             isFull = !take(record);
         }
         if (!isFull && !(backward ? leaf.isWholeBelow() : leaf.isWholeAbove())) return false;
-        if (records.empty()) {
+        if (hits_.empty()) {
             // No record shows that the page belongs to this tag; its neighbours do.
             if (leaf.below() != LeafSearch::kNoRecord && Compare(tag, leaf.below(), bounds) >= 0)
                 return false;
@@ -319,10 +319,10 @@ private:
     // that the table does not have.
     int Compare(OpenTag& tag, std::uint32_t record, const KeyBounds& bounds) {
         CheckRecord(record, context_.records.Count());
-        std::array<std::byte, kMaxKeyLength> key{};
+        std::array<std::byte, kMaxKeyLength> key;  // written as far as keys of the tag go
         tag.encoder().Encode(RowOf(record), key.data());
-        if (std::memcmp(key.data(), bounds.low.data(), bounds.low.size()) < 0) return -1;
-        return std::memcmp(key.data(), bounds.high.data(), bounds.high.size()) > 0 ? 1 : 0;
+        if (CompareKeys(key.data(), bounds.low.data(), bounds.low.size()) < 0) return -1;
+        return CompareKeys(key.data(), bounds.high.data(), bounds.high.size()) > 0 ? 1 : 0;
     }
 
     // Roughly how much of the tree the bounds take in; nothing when the tree is damaged (and rejected now).
@@ -348,7 +348,8 @@ private:
     std::vector<std::unique_ptr<OpenTag>> tags_;
     std::vector<technologies::IndexDescription> descriptions_;
     std::string fileWarning_;
-    std::uint32_t counter_ = 0;  ///< of the file as the tags were read
+    std::vector<std::uint32_t> hits_;  ///< kept for its memory
+    std::uint32_t counter_ = 0;        ///< of the file as the tags were read
 };
 
 std::unique_ptr<IndexSet> IndexSet::Open(std::unique_ptr<files::File> file, const IndexContext& context) {

@@ -27,8 +27,8 @@ std::string_view WithoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
-std::vector<std::byte> TextBound(const KeyForm& form, std::string_view text, std::byte fill) {
-    std::vector<std::byte> bound(form.length(), fill);
+KeyBuffer TextBound(const KeyForm& form, std::string_view text, std::byte fill) {
+    KeyBuffer bound(form.length(), fill);
     std::byte* at = bound.data();
     if (form.nullable) *at++ = kNotNull;
     std::memcpy(at, text.data(), std::min(text.size(), form.width));
@@ -37,7 +37,7 @@ std::vector<std::byte> TextBound(const KeyForm& form, std::string_view text, std
 
 // A text bound counts without its trailing blanks, so shorter values with control characters behind them must
 // stay inside; in a composite key everything behind the first part is free.
-std::vector<std::byte> RangeText(const KeyForm& form, std::string_view text, Side side, bool isComposite) {
+KeyBuffer RangeText(const KeyForm& form, std::string_view text, Side side, bool isComposite) {
     const std::string_view trimmed = WithoutTrailingBlanks(text);
     if (side == Side::Low) return TextBound(form, trimmed, kLowest);
     return TextBound(form, trimmed, isComposite ? kHighest : std::byte{' '});
@@ -55,7 +55,7 @@ Result Moved(const Result& moment, std::int32_t milliseconds) {
 }
 
 // The bound of a value that is no text; nothing when the value is not of the key's type.
-std::optional<std::vector<std::byte>> RangeValue(const KeyEncoder& encoder, const Result& value, Side side) {
+std::optional<KeyBuffer> RangeValue(const KeyEncoder& encoder, const Result& value, Side side) {
     const bool isLow = side == Side::Low;
     const bool isMoment = value.type == Type::Date || value.type == Type::DateTime;
     Result bound = value;
@@ -86,7 +86,7 @@ std::optional<std::vector<std::byte>> RangeValue(const KeyEncoder& encoder, cons
             if (value.type != Type::Boolean) return std::nullopt;
             break;
     }
-    std::vector<std::byte> bytes(encoder.form().length());
+    KeyBuffer bytes(encoder.form().length(), kLowest);
     encoder.EncodeResult(bound, bytes.data());
     return bytes;
 }
@@ -94,12 +94,12 @@ std::optional<std::vector<std::byte>> RangeValue(const KeyEncoder& encoder, cons
 }  // namespace
 
 KeyBounds KeyBounds::Everything(std::size_t keyLength) {
-    return {std::vector<std::byte>(keyLength, kLowest), std::vector<std::byte>(keyLength, kHighest)};
+    return {KeyBuffer(keyLength, kLowest), KeyBuffer(keyLength, kHighest)};
 }
 
 KeyBounds KeyBounds::Of(const KeyEncoder& encoder, const Result& value) {
     KeyBounds bounds;
-    bounds.low.resize(encoder.form().length());
+    bounds.low = KeyBuffer(encoder.form().length(), kLowest);
     encoder.EncodeResult(value, bounds.low.data());
     bounds.high = bounds.low;
     return bounds;
@@ -116,8 +116,8 @@ KeyBounds KeyBounds::AroundMoment(const KeyEncoder& encoder, const Result& momen
     return bounds;
 }
 
-KeyBounds KeyBounds::AroundKey(const KeyEncoder& encoder, const std::vector<std::byte>& key) {
-    KeyBounds bounds{key, key};
+KeyBounds KeyBounds::AroundKey(const KeyEncoder& encoder, std::span<const std::byte> key) {
+    KeyBounds bounds{KeyBuffer(key), KeyBuffer(key)};
     const std::size_t start = encoder.form().nullable ? 1 : 0;
     if (start == 1 && key.front() != kNotNull) return bounds;
     const double moment = LoadDoubleKey(key.data() + start);
@@ -153,12 +153,12 @@ std::optional<KeyBounds> KeyBounds::FromRange(const KeyEncoder& encoder, const e
     if (hasLow) {
         auto low = RangeValue(encoder, *range.low, Side::Low);
         if (!low) return std::nullopt;
-        bounds.low = std::move(*low);
+        bounds.low = *low;
     }
     if (hasHigh) {
         auto high = RangeValue(encoder, *range.high, Side::High);
         if (!high) return std::nullopt;
-        bounds.high = std::move(*high);
+        bounds.high = *high;
     }
     return bounds;
 }

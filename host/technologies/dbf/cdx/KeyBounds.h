@@ -2,18 +2,19 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string_view>
-#include <vector>
 
 #include "host/expression/Program.h"
+#include "host/technologies/dbf/cdx/KeyBuffer.h"
 #include "host/technologies/dbf/cdx/KeyEncoder.h"
 
 namespace zu::dbf::cdx {
 
 /// A stretch of a tree: the keys from `low` to `high`, both included, in full length.
 struct KeyBounds {
-    std::vector<std::byte> low;
-    std::vector<std::byte> high;
+    KeyBuffer low;
+    KeyBuffer high;
 
     static KeyBounds Everything(std::size_t keyLength);
     /// The one key of a value.
@@ -23,7 +24,7 @@ struct KeyBounds {
     /// The keys less than half a second from a moment: writers round the fraction of the day differently.
     static KeyBounds AroundMoment(const KeyEncoder& encoder, const expression::Result& moment);
     /// The same for a moment that is a key already.
-    static KeyBounds AroundKey(const KeyEncoder& encoder, const std::vector<std::byte>& key);
+    static KeyBounds AroundKey(const KeyEncoder& encoder, std::span<const std::byte> key);
 
     /// The keys of all records that can meet a condition with this range (and perhaps some more); nothing
     /// when the range does not narrow the tree. `isComposite`: the range is about the first part of the key.

@@ -15,7 +15,7 @@ namespace {
 /// Where the keys of a leaf, one after the other, stand to a bound.
 class Comparison {
 public:
-    Comparison(const std::vector<std::byte>& bound, std::byte fill) noexcept
+    Comparison(const KeyBuffer& bound, std::byte fill) noexcept
         : bound_(bound.data()), length_(bound.size()), fill_(fill) {}
 
     /// The next key repeats `duplicate` bytes of the one before; `fresh` follow, the rest is fill.
@@ -44,11 +44,11 @@ private:
 
 }  // namespace
 
-void LeafSearch::Find(const KeyBounds& bounds) {
-    records_.clear();
+void LeafSearch::Find(const KeyBounds& bounds, std::vector<std::uint32_t>& records) {
+    records.clear();
     below_ = above_ = kNoRecord;
     GoToLeaf(bounds.low.data());
-    Scan(bounds);
+    Scan(bounds, records);
 }
 
 void LeafSearch::GoToLeaf(const std::byte* key) {
@@ -66,7 +66,7 @@ void LeafSearch::GoToLeaf(const std::byte* key) {
     FailDamaged(page, "the tree is deeper than " + std::to_string(kMaxDepth) + " levels");
 }
 
-void LeafSearch::Scan(const KeyBounds& bounds) {
+void LeafSearch::Scan(const KeyBounds& bounds, std::vector<std::uint32_t>& records) {
     LeafEntries entries(page_, leaf_, shape_.length);
     isFirst_ = entries.header().left == kNoPage;
     isLast_ = entries.header().right == kNoPage;
@@ -79,7 +79,7 @@ void LeafSearch::Scan(const KeyBounds& bounds) {
         if (low.order() < 0) {
             below_ = entries.record();
         } else if ((isOneKey ? low : high).order() <= 0) {
-            records_.push_back(entries.record());
+            records.push_back(entries.record());
         } else {
             above_ = entries.record();
             return;

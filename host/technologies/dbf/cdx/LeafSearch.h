@@ -20,12 +20,10 @@ public:
     LeafSearch(CdxFile& file, std::uint32_t root, const KeyShape& shape) noexcept
         : file_(file), root_(root), shape_(shape) {}
 
-    /// Reads the leaf that begins at or before the lower bound. Damaged when the pages on the way are not
-    /// sound.
-    void Find(const KeyBounds& bounds);
+    /// Reads the leaf that begins at or before the lower bound and leaves in `records` those within the
+    /// bounds, in the stored order. Damaged when the pages on the way are not sound.
+    void Find(const KeyBounds& bounds, std::vector<std::uint32_t>& records);
 
-    /// The records within the bounds, in the stored order.
-    const std::vector<std::uint32_t>& records() const noexcept { return records_; }
     /// The leaf has an entry below the bounds, or it is the first of its tree.
     bool isWholeBelow() const noexcept { return below_ != kNoRecord || isFirst_; }
     /// The same for the other end.
@@ -40,14 +38,13 @@ public:
 
 private:
     void GoToLeaf(const std::byte* key);
-    void Scan(const KeyBounds& bounds);
+    void Scan(const KeyBounds& bounds, std::vector<std::uint32_t>& records);
 
     CdxFile& file_;
     std::uint32_t root_;
     KeyShape shape_;
     std::uint32_t leaf_ = 0;
     std::array<std::byte, kPageSize> page_;  ///< left as it is until a page is read
-    std::vector<std::uint32_t> records_;
     std::uint32_t below_ = kNoRecord;
     std::uint32_t above_ = kNoRecord;
     bool isFirst_ = false;

@@ -155,7 +155,7 @@ void SeekPlan::PlanTexts(const std::vector<KeyCriterion>& criteria, const std::v
                          const KeyForm& form, const text::CodePage& codePage) {
     if (parts.size() == 1 && criteria.front().value.kind == Value::Kind::Null) {
         bounds_ = KeyBounds::Prefix(form, std::string(form.width, ' '));
-        if (form.nullable) bounds_.low = bounds_.high = std::vector<std::byte>(form.length(), std::byte{0});
+        if (form.nullable) bounds_.low = bounds_.high = KeyBuffer(form.length(), std::byte{0});
         return;
     }
 
