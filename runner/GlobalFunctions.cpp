@@ -4,6 +4,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/SameText.h"
 #include "runner/ExceptionInfo.h"
 
 namespace zu::runner {
@@ -13,14 +14,9 @@ namespace {
 constexpr DISPID kFirstConstant = 0x7A000000;
 constexpr DISPID kUnavailable = 0x79000000;
 
-bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
-
 // The names that the component's functions have, told apart from variables without the component's help.
 bool LooksLikeFunction(std::wstring_view name) noexcept {
-    return SameName(name.substr(0, 3), L"Dbf") || SameName(name, L"Descend");
+    return com::SameText(name.substr(0, 3), L"Dbf") || com::SameText(name, L"Descend");
 }
 
 }  // namespace
@@ -93,8 +89,9 @@ HRESULT GlobalFunctions::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID
 HRESULT GlobalFunctions::FindName(LPOLESTR* names, UINT count, LCID locale, DISPID* ids) {
     try {
         const com::ComPtr<IDispatch> functions = Functions();
+        const std::wstring_view wanted = names[0];
         for (std::size_t i = 0; i < constants_.size(); ++i) {
-            if (!SameName(constants_[i].name, names[0])) continue;
+            if (!com::SameText(constants_[i].name, wanted)) continue;
             ids[0] = kFirstConstant + static_cast<DISPID>(i);
             return S_OK;
         }

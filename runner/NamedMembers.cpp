@@ -4,22 +4,14 @@
 
 #include "com/ComError.h"
 #include "com/EnumVariant.h"
+#include "com/SameText.h"
 #include "runner/DispatchCall.h"
 #include "runner/ExceptionInfo.h"
 
 namespace zu::runner {
-namespace {
-
-bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
-
-}  // namespace
-
 NamedMembers::Entry* NamedMembers::Find(std::wstring_view name) noexcept {
     for (Entry& entry : entries_) {
-        if (SameName(entry.name, name)) return &entry;
+        if (com::SameText(entry.name, name)) return &entry;
     }
     return nullptr;
 }

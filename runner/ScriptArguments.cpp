@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "com/ComError.h"
+#include "com/SameText.h"
 
 namespace zu::runner {
 namespace {
@@ -67,13 +68,9 @@ void AddList(NamedMembers& members, const Texts& texts) {
     members.SetElements([texts] { return AsVariants(texts); });
 }
 
-bool SameName(const std::wstring& left, const std::wstring& right) {
-    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
-}
-
 const NamedArgument* Find(const std::vector<NamedArgument>& arguments, const std::wstring& name) {
     for (const NamedArgument& argument : arguments) {
-        if (SameName(argument.name, name)) return &argument;
+        if (com::SameText(argument.name, name)) return &argument;
     }
     return nullptr;
 }

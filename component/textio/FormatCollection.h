@@ -11,6 +11,7 @@
 #include "com/Bstr.h"
 #include "com/EnumVariant.h"
 #include "com/Object.h"
+#include "com/SameText.h"
 
 namespace zu::component {
 
@@ -23,10 +24,7 @@ public:
     /// Null when there is none of that name.
     com::ComPtr<Format> Find(std::wstring_view name) const noexcept {
         for (const com::ComPtr<Format>& format : formats_) {
-            const std::wstring& candidate = format->name();
-            if (CompareStringOrdinal(candidate.data(), static_cast<int>(candidate.size()), name.data(),
-                                     static_cast<int>(name.size()), TRUE) == CSTR_EQUAL)
-                return format;
+            if (com::SameText(format->name(), name)) return format;
         }
         return nullptr;
     }

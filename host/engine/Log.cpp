@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "com/Bstr.h"
+#include "com/SameText.h"
 #include "portable/text/Utf.h"
 
 namespace zu::host {
@@ -17,11 +18,6 @@ constexpr std::array<std::pair<std::wstring_view, LogLevel>, 5> kLevels = {{
     {L"info", LogLevel::Info},
     {L"debug", LogLevel::Debug},
 }};
-
-bool SameText(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
 
 std::string LineOf(LogLevel level, std::wstring_view text) {
     SYSTEMTIME now;
@@ -46,7 +42,7 @@ std::string LineOf(LogLevel level, std::wstring_view text) {
 
 std::optional<LogLevel> ParseLogLevel(std::wstring_view text) noexcept {
     for (const auto& [name, level] : kLevels)
-        if (SameText(text, name)) return level;
+        if (com::SameText(text, name)) return level;
     return std::nullopt;
 }
 

@@ -5,21 +5,17 @@
 #include <array>
 
 #include "com/Bstr.h"
+#include "com/SameText.h"
 #include "portable/text/CodePage.h"
 
 namespace zu::host {
 namespace {
 
-bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
-
 std::optional<bool> ParseSwitch(std::wstring_view text) {
     for (const auto word : {L"yes", L"on", L"true", L"1"})
-        if (SameName(text, word)) return true;
+        if (com::SameText(text, word)) return true;
     for (const auto word : {L"no", L"off", L"false", L"0"})
-        if (SameName(text, word)) return false;
+        if (com::SameText(text, word)) return false;
     return std::nullopt;
 }
 
@@ -46,8 +42,8 @@ bool Put(Target& target, const std::optional<Parsed>& parsed) {
 }
 
 std::optional<Durability> ParseDurability(std::wstring_view text) {
-    if (SameName(text, L"safe")) return Durability::Safe;
-    if (SameName(text, L"fast")) return Durability::Fast;
+    if (com::SameText(text, L"safe")) return Durability::Safe;
+    if (com::SameText(text, L"fast")) return Durability::Fast;
     return std::nullopt;
 }
 
@@ -64,8 +60,8 @@ bool PutName(std::wstring& target, std::wstring_view text) {
 }
 
 std::optional<bool> ParseLocks(std::wstring_view text) {
-    if (SameName(text, L"FoxPro")) return false;
-    if (SameName(text, L"Clipper")) return true;
+    if (com::SameText(text, L"FoxPro")) return false;
+    if (com::SameText(text, L"Clipper")) return true;
     return std::nullopt;
 }
 
@@ -73,9 +69,9 @@ constexpr std::wstring_view kFormatByFields = L"auto";
 constexpr std::array<std::wstring_view, 3> kTableFormats = {L"dBASE III", L"FoxPro 2", L"Visual FoxPro"};
 
 std::optional<std::wstring> ParseTableFormat(std::wstring_view text) {
-    if (SameName(text, kFormatByFields)) return std::wstring();
+    if (com::SameText(text, kFormatByFields)) return std::wstring();
     for (const std::wstring_view format : kTableFormats)
-        if (SameName(text, format)) return std::wstring(format);
+        if (com::SameText(text, format)) return std::wstring(format);
     return std::nullopt;
 }
 
@@ -140,7 +136,7 @@ const std::array<Key, 15> kKeys = {{
 
 const Key* FindKey(std::wstring_view name) noexcept {
     for (const Key& key : kKeys)
-        if (SameName(key.name, name)) return &key;
+        if (com::SameText(key.name, name)) return &key;
     return nullptr;
 }
 

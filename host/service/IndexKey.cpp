@@ -4,6 +4,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/SameText.h"
 #include "host/service/FieldSelection.h"
 #include "host/service/RefusedValue.h"
 #include "host/service/ValueConversion.h"
@@ -12,11 +13,6 @@
 
 namespace zu::host {
 namespace {
-
-bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
 
 bool IsBlank(std::wstring_view text) noexcept {
     return text.find_first_not_of(L' ') == std::wstring_view::npos;
@@ -37,7 +33,7 @@ std::string IndexKey::Name() const {
 std::size_t IndexKey::Locate(const VARIANT& index) const {
     if (const auto name = com::TextOf(index)) {
         for (std::size_t i = 0; i < parts_.size(); ++i)
-            if (SameName(PartName(i), *name)) return i;
+            if (com::SameText(PartName(i), *name)) return i;
         throw Error(ErrorKind::NotFound,
                     "Index " + Name() + " has no key field \"" + text::ToUtf8(com::AsUtf16(*name)) + "\"");
     }

@@ -7,6 +7,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/SameText.h"
 #include "host/engine/TruthValue.h"
 #include "host/service/FieldSelection.h"
 #include "host/service/RefusedValue.h"
@@ -19,11 +20,6 @@
 
 namespace zu::host {
 namespace {
-
-bool SameName(std::wstring_view left, std::wstring_view right) noexcept {
-    return CompareStringOrdinal(left.data(), static_cast<int>(left.size()), right.data(),
-                                static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
-}
 
 ViewField PseudoField(const char* name, technologies::FieldType type, int size, bool readOnly) {
     technologies::FieldDescription description;
@@ -92,8 +88,8 @@ void ViewCursor::OnLeft(std::size_t record) noexcept {
 std::size_t ViewCursor::Find(std::wstring_view name) const noexcept {
     const std::size_t found = FindField(fields(), name);
     if (found != kNoField) return found;
-    if (SameName(name, kRecordNumberName)) return kRecordNumberField;
-    if (SameName(name, kDeletedName)) return kDeletedField;
+    if (com::SameText(name, kRecordNumberName)) return kRecordNumberField;
+    if (com::SameText(name, kDeletedName)) return kDeletedField;
     return kNoField;
 }
 

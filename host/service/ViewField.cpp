@@ -1,10 +1,9 @@
 #include "host/service/ViewField.h"
 
-#include <windows.h>
-
 #include <utility>
 
 #include "com/Bstr.h"
+#include "com/SameText.h"
 #include "portable/text/Utf.h"
 
 namespace zu::host {
@@ -24,11 +23,7 @@ ViewField::ViewField(technologies::FieldDescription field)
 std::size_t FindField(const ViewFields& fields, std::wstring_view name) noexcept {
     const std::wstring_view wanted = Trimmed(name);
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        const std::wstring& candidate = fields[i].name;
-        if (candidate.size() == wanted.size() &&
-            CompareStringOrdinal(candidate.data(), static_cast<int>(candidate.size()), wanted.data(),
-                                 static_cast<int>(wanted.size()), TRUE) == CSTR_EQUAL)
-            return i;
+        if (com::SameText(fields[i].name, wanted)) return i;
     }
     return kNoField;
 }

@@ -2,6 +2,7 @@
 
 #include "com/Bstr.h"
 #include "com/ComError.h"
+#include "com/SameText.h"
 #include "com/Variant.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
@@ -21,7 +22,7 @@ constexpr wchar_t kFixed[] = L"Fixed";
 std::wstring FormatName(const CommandWords& words) {
     const std::wstring stated = words.Value(L"--format").value_or(L"delimited");
     for (const wchar_t* name : {kDelimited, kFixed}) {
-        if (CompareStringOrdinal(stated.c_str(), -1, name, -1, TRUE) == CSTR_EQUAL) return name;
+        if (com::SameText(stated, name)) return name;
     }
     Refuse(L"--format needs delimited or fixed, not \"" + stated + L"\"");
 }
@@ -33,11 +34,8 @@ std::wstring SeparatorText(const std::wstring& stated) {
 
 /// What people write for truth values; other words are left to automation.
 com::Variant TruthOf(const std::wstring& value) {
-    const auto is = [&value](const wchar_t* word) {
-        return CompareStringOrdinal(value.c_str(), -1, word, -1, TRUE) == CSTR_EQUAL;
-    };
-    if (is(L"yes")) return com::Variant(true);
-    if (is(L"no")) return com::Variant(false);
+    if (com::SameText(value, L"yes")) return com::Variant(true);
+    if (com::SameText(value, L"no")) return com::Variant(false);
     return com::Variant(value);
 }
 

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "com/Bstr.h"
+#include "com/SameText.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 #include "runner/ActivationContext.h"
@@ -19,7 +20,7 @@ namespace zu::runner::commands {
 namespace {
 
 bool IsHelp(const std::wstring& word) {
-    return CompareStringOrdinal(word.c_str(), -1, L"help", -1, TRUE) == CSTR_EQUAL;
+    return com::SameText(word, L"help");
 }
 
 [[noreturn]] void Refuse(const std::wstring& text) {

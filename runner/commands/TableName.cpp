@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "com/Bstr.h"
+#include "com/SameText.h"
 #include "portable/error/Error.h"
 #include "portable/text/Utf.h"
 #include "runner/commands/WildcardMatch.h"
@@ -46,9 +47,7 @@ std::size_t FolderLength(std::wstring_view path) {
 
 bool HasExtension(std::wstring_view name) {
     return name.size() > kExtension.size() &&
-           CompareStringOrdinal(name.data() + name.size() - kExtension.size(),
-                                static_cast<int>(kExtension.size()), kExtension.data(),
-                                static_cast<int>(kExtension.size()), TRUE) == CSTR_EQUAL;
+           com::SameText(name.substr(name.size() - kExtension.size()), kExtension);
 }
 
 std::wstring_view WithoutExtension(std::wstring_view name) {
