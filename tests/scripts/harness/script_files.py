@@ -27,8 +27,9 @@ def scratch_folder(script, folder, facts):
     scratch = folder / (script.name.replace(".", "-") + "-tables")
     shutil.rmtree(scratch, ignore_errors=True)
     scratch.mkdir(parents=True)
-    for table in pathlib.Path(facts["folder"]).glob("customers.*"):
-        shutil.copyfile(table, scratch / table.name)
+    for table in ("customers", "single"):
+        for file in pathlib.Path(facts["folder"]).glob(f"{table}.*"):
+            shutil.copyfile(file, scratch / file.name)
     return windows_path(scratch)
 
 

@@ -22,6 +22,7 @@ def prepare(folder, generator):
             if outcome.code != 0:
                 raise SystemExit("the sample tables could not be made\n" + outcome.describe())
             make_faulty_files(folder)
+            make_table_of_single_keys(folder)
             make_typed_table(folder)
             ready.write_text(json.dumps(gather_facts(folder)))
         return json.loads(ready.read_text())
@@ -37,6 +38,17 @@ def make_faulty_files(folder):
     lying = bytearray(whole[:5000])
     lying[4:8] = (4_000_000_000).to_bytes(4, "little")
     (folder / "lying.dbf").write_bytes(bytes(lying))
+
+
+def make_table_of_single_keys(folder):
+    """The customers with an index that takes no ID twice: a candidate key, which only FoxPro itself declares."""
+    (folder / "single.dbf").write_bytes((folder / "customers.dbf").read_bytes())
+    index = bytearray((folder / "customers.cdx").read_bytes())
+    compact_tag, candidate = 0x60, 0x04
+    header = next(page for page in range(0, len(index), 512)
+                  if index[page + 14] == compact_tag and index[page + 512:page + 515] == b"ID\0")
+    index[header + 14] |= candidate
+    (folder / "single.cdx").write_bytes(bytes(index))
 
 
 def gather_facts(folder):

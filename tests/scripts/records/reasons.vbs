@@ -23,11 +23,12 @@ Class Routines
     End Function
 End Class
 
-Dim f, engine, files, folder, table, nowhere, foreign, values, view, ref, text, missing, badText, definition, rows, added, failed, what, undimensioned()
+Dim f, engine, files, folder, table, nowhere, foreign, values, view, ref, text, missing, badText, definition, rows, added, failed, what, singles, undimensioned()
 folder = fact("scratch")
 table = folder & ">customers"
 nowhere = folder & ">nosuch"
 foreign = folder & ">foreign"
+singles = folder & ">single"
 Set f = CreateObject("ZuDBFFunctions.Functions")
 Set engine = CreateObject("Zuengine.Zuproject").Engine
 engine.RoutineHolder = New Routines
@@ -162,6 +163,7 @@ values("ID").Value = 1
 fails "DbfAddNew without such a table", f.DbfAddNew(nowhere, values), False, "nosuch"
 fails "DbfAddNew without values", f.DbfAddNew(table, Nothing), False, "view|DbfVarDeclare"
 fails "DbfAddNew to a table that can only be read", f.DbfAddNew(foreign, values), False, "foreign|only be read|.mdx|Data.AllowStaleIndexes"
+fails "DbfAddNew of a key that may be there only once", f.DbfAddNew(singles, values), False, "record 1 |single|the same key|""ID"""
 fails "DbfConditionalAddNew without such a table", f.DbfConditionalAddNew(nowhere, values, 1), False, "nosuch"
 fails "DbfConditionalAddNew where the key is there", f.DbfConditionalAddNew(table, values, 1), False, "customers|key 1|already"
 fails "DbfConditionalAddNew where the condition is met", f.DbfConditionalAddNew(table, values, "ID = 1"), False, "customers|ID = 1|already"
@@ -183,6 +185,7 @@ fails "DbfUpdate of an unknown field", f.DbfUpdate(table, 1, Array("NOSUCH", "x"
 fails "DbfUpdate with a text for a number", f.DbfUpdate(table, 1, Array("CREDIT", "x")), False, "customers|CREDIT|a number|""x"""
 fails "DbfUpdate with a text for a date", f.DbfUpdate(table, 1, Array("SINCE", "some day")), False, "customers|SINCE|a date|some day"
 fails "DbfUpdate with a number too great", f.DbfUpdate(table, 1, Array("CREDIT", 1E+25)), False, "customers|CREDIT|does not fit"
+fails "DbfUpdate to a key that may be there only once", f.DbfUpdate(singles, 2, Array("ID", 1)), False, "record 1 |single|the same key|""ID"""
 fails "DbfUpdate of a table that can only be read", f.DbfUpdate(foreign, "ID = 1", Array("NAME", "x")), False, "foreign|only be read|.mdx"
 fails "DbfModify", f.DbfModify(table, table), False, "DbfModify|not available"
 fails "DbfDelete without such a table", f.DbfDelete(nowhere, 1), 0, "nosuch"
