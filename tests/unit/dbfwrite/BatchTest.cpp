@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "host/technologies/dbf/DbfHeader.h"
 #include "host/technologies/dbf/maintenance/TableCheck.h"
 #include "portable/error/Error.h"
 #include "portable/files/FaultyFiles.h"
@@ -251,6 +252,24 @@ TEST_P(Batches, WriteManyRecordsAtOnce) {
     EXPECT_LE(files.steps(), 3U) << "the journal only";
     batch->Finish();
     EXPECT_EQ(OpenTable(memory)->RecordCount(), 60U);
+}
+
+TEST_P(Batches, EndRunsByThemselvesSoThatOthersSeeManyRecordsBeforeTheEnd) {
+    constexpr std::uint32_t kRecords = 33'000;
+    const auto table = OpenTable(memory);
+    const auto reader = OpenTable(memory);
+    const auto batch = table->BeginBatch();
+    for (std::uint32_t i = 1; i <= kRecords; ++i)
+        Append(*table, i, u"many");
+    // What the header counts has its keys; the run that goes on has neither.
+    const std::uint32_t seen = DbfHeader::Read(*memory.Open(kTablePath, {})).recordCount;
+    EXPECT_GT(seen, 0U);
+    EXPECT_LT(seen, kRecords);
+    batch->Finish();
+    EXPECT_EQ(reader->RecordCount(), kRecords);
+    for (const std::uint32_t id : {1U, seen, seen + 1, kRecords})
+        EXPECT_EQ(SeekId(*reader, id), (std::vector<std::uint32_t>{id}));
+    ExpectSoundIndex(memory);
 }
 
 TEST_P(Batches, CountTheirRecordsInTheHeaderWhenTheyEnd) {

@@ -16,7 +16,7 @@ namespace {
 using transaction::Part;
 
 // A run ends after so many records or so much time, whichever comes first: others wait no longer than that.
-constexpr std::uint32_t kLongestRun = 8192;
+constexpr std::uint32_t kLongestRun = 32768;
 constexpr std::chrono::milliseconds kLongestTime{100};
 constexpr std::uint32_t kClockInterval = 64;  // records between two looks at the clock
 constexpr std::size_t kBlockBytes = 256U << 10;
