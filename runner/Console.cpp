@@ -2,13 +2,15 @@
 
 #include <string>
 
+#include "com/SameText.h"
+
 namespace zu::runner {
 namespace {
 
 std::wstring LineEnd() {
     wchar_t value[8] = {};
     const DWORD length = GetEnvironmentVariableW(L"ZURUN_EOL", value, static_cast<DWORD>(std::size(value)));
-    const bool lineFeedOnly = length == 2 && CompareStringOrdinal(value, 2, L"lf", 2, TRUE) == CSTR_EQUAL;
+    const bool lineFeedOnly = com::SameText({value, length}, L"lf");
     return lineFeedOnly ? L"\n" : L"\r\n";
 }
 

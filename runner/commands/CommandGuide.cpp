@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cwctype>
 
+#include "com/SameText.h"
 #include "runner/commands/CheckCommand.h"
 #include "runner/commands/ExportCommand.h"
 #include "runner/commands/ImportCommand.h"
@@ -107,11 +108,6 @@ std::vector<CommandDescription> MakeCommands() {
     };
 }
 
-bool SameName(std::wstring_view left, std::wstring_view right) {
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](wchar_t a, wchar_t b) { return std::towlower(a) == std::towlower(b); });
-}
-
 /// Letters to be changed, added, taken away or swapped with the next one.
 std::size_t Distance(std::wstring_view left, std::wstring_view right) {
     std::vector<std::vector<std::size_t>> steps(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
@@ -144,7 +140,7 @@ std::span<const CommandDescription> AllCommands() {
 
 const CommandDescription* FindCommand(std::wstring_view name) {
     for (const CommandDescription& command : AllCommands()) {
-        if (SameName(name, command.name)) return &command;
+        if (com::SameText(name, command.name)) return &command;
     }
     return nullptr;
 }

@@ -56,9 +56,10 @@ public:
         constexpr std::size_t kCacheLine = 64;
         constexpr std::size_t kFarthest = 4 * kCacheLine;
         const std::byte* const record = mapped_ + static_cast<std::size_t>(number - 1) * recordLength_;
-        for (std::size_t at = kCacheLine; at < recordLength_ + kCacheLine && at <= kFarthest;
-             at += kCacheLine)
-            __builtin_prefetch(record + std::min<std::size_t>(at, recordLength_ - 1));
+        const std::size_t end = std::min<std::size_t>(recordLength_, kFarthest);
+        for (std::size_t at = kCacheLine; at < end; at += kCacheLine)
+            __builtin_prefetch(record + at);
+        __builtin_prefetch(record + end - 1);
     }
 
     /// This process has added records up to `number` itself.

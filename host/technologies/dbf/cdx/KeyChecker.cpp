@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "host/technologies/dbf/cdx/KeyOrder.h"
 #include "portable/error/Error.h"
 
 namespace zu::dbf::cdx {
@@ -99,7 +100,7 @@ bool KeyChecker::IsAmongUniqueKeys(const expression::Row& row) {
     std::size_t high = allKeys_.size() / length;
     while (low < high) {
         const std::size_t middle = low + (high - low) / 2;
-        if (std::memcmp(allKeys_.data() + middle * length, expected_.data(), length) < 0) {
+        if (CompareKeys(allKeys_.data() + middle * length, expected_.data(), length) < 0) {
             low = middle + 1;
         } else {
             high = middle;

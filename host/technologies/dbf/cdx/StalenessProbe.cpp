@@ -1,10 +1,10 @@
 #include "host/technologies/dbf/cdx/StalenessProbe.h"
 
 #include <cstdint>
-#include <cstring>
 #include <vector>
 
 #include "host/technologies/dbf/cdx/KeyBounds.h"
+#include "host/technologies/dbf/cdx/KeyOrder.h"
 #include "host/technologies/dbf/cdx/LeafPage.h"
 #include "host/technologies/dbf/cdx/OpenTag.h"
 
@@ -39,7 +39,7 @@ bool Holds(const OpenTag& tag, const KeyEncoder& encoder, const std::vector<std:
     }
     const KeyBounds around = KeyBounds::AroundKey(encoder, key);
     for (bool more = cursor.Seek(around.low.data(), 0); more; more = cursor.Next()) {
-        if (std::memcmp(cursor.key(), around.high.data(), key.size()) > 0) return false;
+        if (CompareKeys(cursor.key(), around.high.data(), key.size()) > 0) return false;
         if (cursor.record() == record) return true;
     }
     return false;
